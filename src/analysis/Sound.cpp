@@ -1,0 +1,29 @@
+#include "analysis/Sound.h"
+
+#include "analysis/FileUtils.h"
+#include "app/Session.h"
+#include "app/UiPort.h"
+
+namespace tarvenix::modSound {
+
+const char* SoundFileName(Sound sound) {
+  switch (sound) {
+    case Sound::TurnOn: return "TurnOn.wav";
+    case Sound::Floop: return "Floop.wav";
+    case Sound::Attention: return "Attention.wav";
+    case Sound::Ping: return "Ping.wav";
+  }
+  return "";
+}
+
+std::string SoundFilePath(const Session& s, Sound sound) {
+  return modUtils::JoinPath(modUtils::JoinPath(s.sAppPath, "Sounds"), SoundFileName(sound));
+}
+
+void PlaySound(Session& s, UiPort& ui, Sound sound) {
+  if (!s.bSoundStatus) return;
+  std::string path = SoundFilePath(s, sound);
+  if (modUtils::IsFile(path)) ui.PlaySoundFile(path);
+}
+
+}  // namespace tarvenix::modSound
