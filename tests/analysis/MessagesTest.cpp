@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include "analysis/Messages.h"
+#include "app/Session.h"
+#include "support/RecordingUi.h"
+
+namespace tarvenix::modTarvenix {
+namespace {
+
+using test::RecordingUi;
+
+TEST(DisplayData, PrefixesTheStoredTextsSoASecondCallDoublesThem) {
+  Session s;
+  RecordingUi ui;
+  s.iDataSetNum = 2;
+  s.sNLabel = "N50 =";
+  s.sBetaResult(2) = " 2.35   (90% confidence level: +/- 12.3%)";
+  s.sNResult(2) = " 1234   (90% confidence range:  1001 to 1521)";
+  s.sRSquaredResult(2) = "R-squared =  0.98";
+  DisplayData(s, ui, 0);
+  std::vector<std::string> first = {"TEXT: BETA = 2.35   (90% confidence level: +/- 12.3%)",
+                                    "TEXT: N50 = 1234   (90% confidence range:  1001 to 1521)",
+                                    "TEXT: R-squared =  0.98", "STATUS: Analysis complete."};
+  EXPECT_EQ(ui.calls, first);
+  ui.calls.clear();
+  DisplayData(s, ui, 1);
+  std::vector<std::string> second = {"TEXT: Data Set #2", "TEXT: BETA =BETA = 2.35   (90% confidence level: +/- 12.3%)",
+                                     "TEXT: N50 =N50 = 1234   (90% confidence range:  1001 to 1521)",
+                                     "TEXT: R-squared =  0.98", "STATUS: Analysis complete."};
+  EXPECT_EQ(ui.calls, second);
+}
+
+TEST(DisplayError, ShortCodesGoToTheResultsBoxAndANotice) {
+  struct Case {
+    int16_t code;
+    bool dataCycles;
+    const char* message;
+  } cases[] = {
+      {1, true, "Analysis requires at least 5 failed channels."},
+      {2, true, "Channels with first data cycle events cannot be analyzed."},
+      {2, false, "Channels with first temperature or mechanical cycle  events cannot be analyzed."},
+      {4, false, "Analysis cannot be performed on fewer than 5 channels."},
+  };
+  for (const Case& c : cases) {
+    Session s;
+    RecordingUi ui;
+    s.iMinFailures = 5;
+    s.bDataCycles = c.dataCycles;
+    DisplayError(s, ui, c.code, 0, 0);
+    std::vector<std::string> expected = {"STATUS: Analysis did not complete successfully.",
+                                         std::string("TEXT: ") + c.message, std::string("MSG: ") + c.message};
+    EXPECT_EQ(ui.calls, expected) << c.code;
+    EXPECT_EQ(ui.messages[0].icon, MessageIcon::Exclamation);
+  }
+}
+
+TEST(DisplayError, EventsBeforeTheInitialCycleGiveFiveLines) {
+  struct Case {
+    bool dataCycles;
+    int32_t dataOffset;
+    std::vector<std::string> lines;
+  } cases[] = {
+      {true, 0, {"The data history file contains channels which have events at cycle-",
+                 "counts less than those specified in the cycle-offset files.", "",
+                 "#3 Event recorded on Ch #17 @ Data cycle #40", ""}},
+      {true, 120, {"The data history file contains channels which have events at cycle-",
+                   "counts less than those specified in the cycle-offset files.", "",
+                   "#3 Event recorded on Ch #17 @ Data cycle #40", "Specified initial cycle = 120"}},
+      {false, 120, {"The data history file contains channels which have events at cycle-",
+                    "counts less than those specified in the cycle-offset files.", "",
+                    "#3 Event recorded on Ch # 17 @ Data cycle #40 @ appropriate Temp./Mech. Cycle #", ""}},
+  };
+  for (const Case& c : cases) {
+    Session s;
+    RecordingUi ui;
+    s.iDataSetNum = 1;
+    s.iNumEvents(1) = 3;
+    s.bDataCycles = c.dataCycles;
+    s.lInitialCycle(0) = c.dataOffset;
+    DisplayError(s, ui, 5, 17, 40);
+    EXPECT_EQ(ui.textLines, c.lines);
+    std::string message;
+    for (const std::string& l : c.lines) message += "\r" + l;
+    EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{message});
+  }
+}
+
+TEST(DisplayError, TemperatureOffsetTurnsTheMessageIntoTheErrorBox) {
+  Session s;
+  RecordingUi ui;
+  s.iDataSetNum = 1;
+  s.bDataCycles = false;
+  s.lInitialCycle(1) = 3;
+  DisplayError(s, ui, 5, 17, 40);
+  EXPECT_TRUE(ui.textLines.empty());
+  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"Error in modTarvenix.DisplayError - Error #13  Type mismatch\r"});
+  EXPECT_EQ(ui.statuses, std::vector<std::string>{"Analysis did not complete successfully."});
+}
+
+TEST(DisplayError, UnknownCodesGiveFiveEmptyLines) {
+  Session s;
+  RecordingUi ui;
+  DisplayError(s, ui, 3, 0, 0);
+  EXPECT_EQ(ui.textLines, std::vector<std::string>(5, ""));
+  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"\r\r\r\r\r"});
+}
+
+}  // namespace
+}  // namespace tarvenix::modTarvenix
