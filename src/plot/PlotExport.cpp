@@ -137,10 +137,12 @@ bool PlayRecording(const std::string& path, QPagedPaintDevice& device) {
   if (!p.begin(&device)) return false;
   const QRectF page(0, 0, device.width(), device.height());
   const double scale = std::min(page.width() / bounds.width(), page.height() / bounds.height());
+  // Playing a recording scales it by the device's resolution over the one it
+  // was recorded at; the fit to the page comes on top of that.
+  const double playScale = static_cast<double>(device.logicalDpiX()) / picture.logicalDpiX();
   p.translate(page.center().x() - bounds.width() * scale / 2, page.center().y() - bounds.height() * scale / 2);
-  p.scale(scale, scale);
-  p.translate(-bounds.topLeft());
-  p.drawPicture(0, 0, picture);
+  p.scale(scale / playScale, scale / playScale);
+  p.drawPicture(-bounds.topLeft(), picture);
   return p.end();
 }
 
