@@ -3,18 +3,12 @@
 #include "analysis/RuntimeError.h"
 #include "plot/Chart.h"
 #include "plot/ColorScheme.h"
+#include "support/ErrorNumber.h"
 
 namespace tarvenix {
 namespace {
 
-int ErrorNumber(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const RuntimeError& e) {
-    return e.Number();
-  }
-  return 0;
-}
+using test::ErrorNumberOf;
 
 TEST(ColorSchemes, SixSchemesHoldTheirFiveColours) {
   struct Row {
@@ -54,7 +48,7 @@ TEST(ColorSchemes, SelectingASchemePaintsPanelTitleAndAllFourAxes) {
     EXPECT_EQ(axis.titleColor, 0x804000u);
   }
   for (int bad : {0, 7, -1}) {
-    EXPECT_EQ(ErrorNumber([&] { info.SetColorScheme(bad, chart); }), err::kSubscript) << bad;
+    EXPECT_EQ(ErrorNumberOf([&] { info.SetColorScheme(bad, chart); }), err::kSubscript) << bad;
     EXPECT_EQ(info.ClrScheme(), 5);
   }
 }
@@ -66,7 +60,7 @@ TEST(ColorSchemes, PaletteIndexesWrapWithTheirSignAndComplementStaysIn24Bits) {
   EXPECT_EQ(c.axisPenColor(), QBColor(15));
   EXPECT_EQ(c.axisLblColor(), QBColor(0));  // -16 Mod 16 is 0
   EXPECT_EQ(c.axisTitleColor(), QBColor(0));
-  EXPECT_EQ(ErrorNumber([&] { c.SetQBColorScheme(-1, 0, 0, 0, 0); }), err::kInvalidCall);
+  EXPECT_EQ(ErrorNumberOf([&] { c.SetQBColorScheme(-1, 0, 0, 0, 0); }), err::kInvalidCall);
 
   c.SetColorScheme(0, 0xFF000000u, 0x123456, 0xFFFFFF, 0x804000);
   c.ComplementColorScheme();

@@ -8,6 +8,8 @@
 #include "analysis/RuntimeError.h"
 #include "plot/PlotExport.h"
 #include "plot/WeibullPainter.h"
+#include "analysis/FileUtils.h"
+#include "support/ErrorNumber.h"
 #include "support/TempDir.h"
 
 namespace tarvenix::plot {
@@ -156,12 +158,9 @@ TEST(PlotExport, AnUnwritableFolderRaisesAndWritesNothing) {
   Plot plot(1);
   test::TempDir dir;
   std::string path = dir.File("missing/p.png");
-  try {
-    ExportChart(path, ImageFormat::Png, QSize(300, 200), plot.s, plot.g, plot.chart);
-    FAIL() << "no error";
-  } catch (const RuntimeError& e) {
-    EXPECT_EQ(e.Number(), err::kPathNotFound);
-  }
+  EXPECT_EQ(test::ErrorNumberOf([&] { ExportChart(path, ImageFormat::Png, QSize(300, 200), plot.s, plot.g, plot.chart); }),
+            err::kPathNotFound);
+  EXPECT_FALSE(modUtils::IsFile(path));
 }
 
 TEST(PlotExport, TheRecordingPlaysOntoAPageAndBadRecordingsAreRefused) {
