@@ -1,13 +1,12 @@
 #pragma once
-// The run-time error number a call raises, 0 when it raises none.
-
-#include <functional>
+// The run-time error number a call raises, or 0 when it raises none.
 
 #include "analysis/RuntimeError.h"
 
 namespace tarvenix::test {
 
-inline int ErrorNumberOf(const std::function<void()>& f) {
+template <typename F>
+int ErrorNumberOf(F&& f) {
   try {
     f();
   } catch (const RuntimeError& e) {
