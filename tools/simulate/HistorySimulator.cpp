@@ -149,7 +149,7 @@ void WriteCycleLine(Output& out, const SimOptions& o, int64_t testCycle) {
     out << Column(Fixed("    T = %6.1f C  Cycle count:", temperature), 33) << Fixed("%.2f", done);
   } else {
     const double stroke = 2.5 * std::sin(6.283185307179586 * (phase + 0.5) / o.dataPerCycle);
-    out << Column(Fixed("    M = %5.2f mm  Mech. cycle count:", stroke), 36) << cycle;
+    out << Column(Fixed("    M = %5.2f mm  Cycle count:", stroke), 36) << cycle;
   }
   out.EndLine();
 }
