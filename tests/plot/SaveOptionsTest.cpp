@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 
 #include <QApplication>
 #include <QCheckBox>
@@ -14,13 +15,21 @@
 namespace tarvenix {
 namespace {
 
-QApplication& App() {
-  static int argc = 1;
-  static char name[] = "plot_save_options_test";
-  static char* argv[] = {name, nullptr};
-  static QApplication app(argc, argv);
-  return app;
-}
+// The application lives from before the first test to after the last one.
+class QtEnvironment : public ::testing::Environment {
+ public:
+  void SetUp() override {
+    static int argc = 1;
+    static char name[] = "plot_save_options_test";
+    static char* argv[] = {name, nullptr};
+    app_ = std::make_unique<QApplication>(argc, argv);
+  }
+  void TearDown() override { app_.reset(); }
+
+ private:
+  std::unique_ptr<QApplication> app_;
+};
+const auto* const kEnvironment = ::testing::AddGlobalTestEnvironment(new QtEnvironment);
 
 // Shows the dialog modally, as the plot window does, and lets `answer` work
 // its controls once it is up.
@@ -37,7 +46,6 @@ W* Find(frmSystemSaveOptions& d, const char* name) {
 }
 
 TEST(SaveOptions, OkTakesNameTypeAndNegativeImage) {
-  App();
   struct Case {
     const char* typeButton;
     bool negative;
@@ -65,7 +73,6 @@ TEST(SaveOptions, OkTakesNameTypeAndNegativeImage) {
 }
 
 TEST(SaveOptions, CancelOrClosingKeepsTheNameAndSaysCancelled) {
-  App();
   for (bool byButton : {true, false}) {
     frmSystemSaveOptions dialog;
     dialog.SetSaveFilename("run7_weibull");
