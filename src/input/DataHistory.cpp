@@ -80,6 +80,8 @@ class CountLimitReader {
     if (secondPass_) RemoveLeadingFirstCycleEvents();
     for (int channel = 0; channel <= kMaxChannels; ++channel) pending_[channel] = s_.iChSelected(channel);
     NumEvents() = 0;
+    // Each pass starts afresh: no event waits for its cycle line yet, and no
+    // data cycle line has been read. Only the first unlabelled row carries over.
     eventsPending_ = false;
     currentDataCycle_ = 0;
 
