@@ -204,23 +204,5 @@ TEST(SimulatedTest, ASeedGivesTheSameFileEveryTime) {
   EXPECT_NE(ReadAll(dir.File("a.txt")), ReadAll(dir.File("c.txt")));
 }
 
-TEST(SimulatedTest, UnusableOptionsAreNamed) {
-  struct Case {
-    SimOptions options;
-    const char* problem;
-  } cases[] = {
-      {With(SimOptions{}, [](SimOptions& o) { o.channels = 1025; }), "--channels must be 1 to 1024"},
-      {With(SimOptions{}, [](SimOptions& o) { o.firstChannel = 1000; }), "the channels must lie within 1 to 1024"},
-      {With(SimOptions{}, [](SimOptions& o) { o.wrap = 12; }), "--wrap must be 13 to 100000000"},
-      {With(SimOptions{}, [](SimOptions& o) { o.beta = 0; }), "--beta must lie between 0.05 and 100"},
-      {With(SimOptions{}, [](SimOptions& o) { o.ipc = true; }), "--ipc needs --cycle-lines temp or mech"},
-      {With(SimOptions{}, [](SimOptions& o) { o.ipcNoise = 1; }), "--ipc-noise needs --ipc"},
-      {With(Options(8, CycleLines::Temperature, 1), [](SimOptions& o) { o.ipc = true; o.ipcNoise = 2; }),
-       "--ipc-noise must be 0 to 1 with these cycle lines"},
-      {SimOptions{}, ""},
-  };
-  for (const Case& c : cases) EXPECT_EQ(sim::CheckOptions(c.options), c.problem);
-}
-
 }  // namespace
 }  // namespace tarvenix::test
