@@ -24,7 +24,12 @@ DataSetSettings SetupFor(const std::string& dataFile, bool dataCycles) {
 }  // namespace
 
 void Reading::Setup(const std::string& content, int16_t first, int16_t last, int16_t limit, bool dataCycles) {
-  dataFile = dir.Write("run.txt", content);
+  SetupWithRange(dir.Write("run.txt", content), first, last, limit, dataCycles);
+}
+
+void Reading::SetupWithRange(const std::string& historyFile, int16_t first, int16_t last, int16_t limit,
+                             bool dataCycles) {
+  dataFile = historyFile;
   DataSetSettings setup = SetupFor(dataFile, dataCycles);
   setup.bFirstLastCh = true;
   modTarvenix::CheckSetupEntries(s, ui, setup, first, last, limit, iErr);

@@ -109,19 +109,5 @@ TEST(SimulatedTest, ASeedGivesTheSameFileEveryTime) {
   EXPECT_NE(ReadAll(dir.File("a.txt")), ReadAll(dir.File("c.txt")));
 }
 
-TEST(SimulatedTest, UnusableOptionsAreNamed) {
-  struct Case {
-    SimOptions options;
-    const char* problem;
-  } cases[] = {
-      {With(SimOptions{}, [](SimOptions& o) { o.channels = 1025; }), "--channels must be 1 to 1024"},
-      {With(SimOptions{}, [](SimOptions& o) { o.firstChannel = 1000; }), "the channels must lie within 1 to 1024"},
-      {With(SimOptions{}, [](SimOptions& o) { o.wrap = 12; }), "--wrap must be 13 to 100000000"},
-      {With(SimOptions{}, [](SimOptions& o) { o.beta = 0; }), "--beta must lie between 0.05 and 100"},
-      {SimOptions{}, ""},
-  };
-  for (const Case& c : cases) EXPECT_EQ(sim::CheckOptions(c.options), c.problem);
-}
-
 }  // namespace
 }  // namespace tarvenix::test

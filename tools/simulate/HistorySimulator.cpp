@@ -137,26 +137,51 @@ void WriteEventLines(Output& out, const SimOptions& o, int occurrence, const Sim
   out.EndLine();
 }
 
-void WriteCycleLine(Output& out, const SimOptions& o, int64_t testCycle) {
+// The unread front of the cycle lines, one for each phase of a cycle: the
+// temperature (a -40 to 125 C profile) or the stroke at that phase.
+std::vector<std::string> CycleLineFronts(const SimOptions& o) {
+  std::vector<std::string> fronts;
+  for (int phase = 0; phase < o.dataPerCycle; ++phase) {
+    if (o.cycleLines == CycleLines::Temperature) {
+      const double temperature = 42.5 + 82.5 * std::cos(6.283185307179586 * phase / o.dataPerCycle);
+      fronts.push_back(Column(Fixed("    T = %6.1f C  Cycle count:", temperature), 33));
+    } else {
+      const double stroke = 2.5 * std::sin(6.283185307179586 * (phase + 0.5) / o.dataPerCycle);
+      fronts.push_back(Column(Fixed("    M = %5.2f mm  Cycle count:", stroke), 36));
+    }
+  }
+  return fronts;
+}
+
+// A non-negative number given in units of 10^-decimals, written with its
+// point: (1234, 2) is "12.34".
+void WriteScaled(Output& out, int64_t scaled, int decimals) {
+  int64_t unit = 1;
+  for (int i = 0; i < decimals; ++i) unit *= 10;
+  char digits[18];
+  int64_t fraction = scaled % unit;
+  for (int i = decimals - 1; i >= 0; --i, fraction /= 10) digits[i] = static_cast<char>('0' + fraction % 10);
+  out << scaled / unit << "." << std::string_view(digits, static_cast<std::size_t>(decimals));
+}
+
+void WriteCycleLine(Output& out, const SimOptions& o, const std::vector<std::string>& fronts, int64_t testCycle) {
   const int64_t cycle = CycleOf(o, testCycle);
   const int phase = static_cast<int>((testCycle - 1) % o.dataPerCycle);
+  out << fronts[static_cast<std::size_t>(phase)];
   if (o.cycleLines == CycleLines::Temperature) {
-    // The count shows the cycles done, with the part of the running one; the
-    // reader adds 0.6 and rounds, so it must stay below the cycle's number by
-    // 0.1 to 1.1.
-    const double done = static_cast<double>(cycle - 1) + 0.85 * phase / o.dataPerCycle;
-    const double temperature = 42.5 + 82.5 * std::cos(6.283185307179586 * phase / o.dataPerCycle);
-    out << Column(Fixed("    T = %6.1f C  Cycle count:", temperature), 33) << Fixed("%.2f", done);
+    // The count shows the cycles done with the running one's part; the reader
+    // adds 0.6 and rounds, so the part stays below 0.9.
+    WriteScaled(out, (cycle - 1) * 100 + (85 * phase + o.dataPerCycle / 2) / o.dataPerCycle, 2);
   } else {
-    const double stroke = 2.5 * std::sin(6.283185307179586 * (phase + 0.5) / o.dataPerCycle);
-    out << Column(Fixed("    M = %5.2f mm  Cycle count:", stroke), 36) << cycle;
+    out << cycle;
   }
   out.EndLine();
 }
 
 void WriteNoise(Output& out, Random& random, int64_t testCycle, int index) {
-  out << "  Scan " << testCycle << "/" << static_cast<int64_t>(index + 1) << "  R(max) = "
-      << Fixed("%.3f", 0.8 + random.Open01()) << " ohm";
+  out << "  Scan " << testCycle << "/" << static_cast<int64_t>(index + 1) << "  R(max) = ";
+  WriteScaled(out, 800 + random.Below(1000), 3);
+  out << " ohm";
   out.EndLine();
 }
 
@@ -222,6 +247,7 @@ void WriteHistoryFile(const SimOptions& o, const SimTest& test, const std::strin
   out.EndLine();
   out.EndLine();
 
+  const std::vector<std::string> fronts = CycleLineFronts(o);
   const SimEvent* next = test.events.data();
   const SimEvent* end = next + test.events.size();
   for (int64_t t = 1; t <= o.cycles; ++t) {
@@ -235,7 +261,7 @@ void WriteHistoryFile(const SimOptions& o, const SimTest& test, const std::strin
       WriteEventLines(out, o, next->occurrence, next, groupEnd);
       next = groupEnd;
     }
-    if (o.cycleLines != CycleLines::None) WriteCycleLine(out, o, t);
+    if (o.cycleLines != CycleLines::None) WriteCycleLine(out, o, fronts, t);
   }
   out.Close();
 }
