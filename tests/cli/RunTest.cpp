@@ -8,37 +8,24 @@
 #include <vector>
 
 #include "cli/Run.h"
+#include "support/FailureHistory.h"
 #include "support/TempDir.h"
 
 namespace tarvenix::cli {
 namespace {
 
+using test::FailureHistory;
 using test::ReadAll;
 using test::TempDir;
 
-// A data history file in which each listed channel reaches its first event at
-// the listed data cycle.
-std::string History(const std::vector<std::pair<int, std::vector<int>>>& failures) {
-  std::string text = "Vorlantic data history file\r\n";
-  for (const auto& [cycle, channels] : failures) {
-    text += "Cycle # " + std::to_string(cycle) + "\r\n001::";
-    for (int ch : channels) {
-      std::string digits = std::to_string(ch);
-      text += " " + std::string(3 - digits.size(), ' ') + digits + ":O.";
-    }
-    text += "\r\n";
-  }
-  return text;
-}
-
 // Ten of eleven channels fail at the cycles of the published rank-regression
 // example; the eleventh never fails.
-const std::string kTenOfEleven = History(
+const std::string kTenOfEleven = FailureHistory(
     {{25, {1}}, {43, {2}}, {53, {3}}, {65, {4}}, {76, {5}}, {86, {6}}, {95, {7}}, {115, {8}}, {132, {9}}, {150, {10}}});
 // Only three channels fail.
-const std::string kThreeFail = History({{30, {1}}, {60, {2}}, {90, {3}}});
+const std::string kThreeFail = FailureHistory({{30, {1}}, {60, {2}}, {90, {3}}});
 // Channel 2 fails in cycle 1.
-const std::string kFirstCycle = History({{1, {2}}, {30, {1}}, {40, {3}}, {50, {4}}, {60, {5}}, {70, {6}}, {80, {7}}});
+const std::string kFirstCycle = FailureHistory({{1, {2}}, {30, {1}}, {40, {3}}, {50, {4}}, {60, {5}}, {70, {6}}, {80, {7}}});
 
 struct CliRun {
   TempDir dir;
