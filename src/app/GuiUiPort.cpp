@@ -1,5 +1,7 @@
 #include "app/GuiUiPort.h"
 
+#include "app/Dialogs.h"
+
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QEventLoop>
@@ -44,13 +46,11 @@ void GuiUiPort::ShowMessageBox(const std::string& text, const std::string& title
     case MessageIcon::Question: qIcon = QMessageBox::Question; break;
     case MessageIcon::Information: qIcon = QMessageBox::Information; break;
   }
-  QMessageBox box(qIcon, ToQt(title), ToQt(text), QMessageBox::Ok, owner_);
-  box.exec();
+  gui::MessageBoxes::Show(owner_, qIcon, ToQt(title), ToQt(text), QMessageBox::Ok);
 }
 
 bool GuiUiPort::AskYesNo(const std::string& text, const std::string& title) {
-  return QMessageBox::question(owner_, ToQt(title), ToQt(text), QMessageBox::Yes | QMessageBox::No) ==
-         QMessageBox::Yes;
+  return gui::MessageBoxes::YesNo(owner_, ToQt(title), ToQt(text));
 }
 
 std::optional<bool> GuiUiPort::AskIgnoreFirstCycleEvents(const FirstCycleFlags& flags, bool dataCycleAnalysis) {
