@@ -113,10 +113,14 @@ void frmTarvenixSetup::BuildControls() {
   LblLastChannel_ = gui::Named(new QLabel(QStringLiteral("Last"), channelFrame), "LblLastChannel");
   txtLastCh_ = TextBox(channelFrame, "txtLastCh", nullptr);
   UpDownLastCh_ = gui::Named(new gui::UpDown(txtLastCh_, 1, kMaxChannels, channelFrame), "UpDownLastCh");
+  // The up/down arrows stand as high as the box they step.
+  const int rowHeight = txtFirstCh_->sizeHint().height();
   for (QLineEdit* box : {txtFirstCh_, txtLastCh_}) {
     box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("000000")) + 12);
     box->setAlignment(Qt::AlignRight);
   }
+  for (QWidget* w : std::initializer_list<QWidget*>{LblOccurrenceLimit_, UpDownOccrLimit_, UpDownFirstCh_, UpDownLastCh_})
+    w->setFixedHeight(rowHeight);
   btnSelDataFile_ = Option(channelFrame, "btnSelDataFile", "Specify Channel Selection File");
   txtChSelFile_ = TextBox(channelFrame, "txtChSelFile", "Specify Channel Selection File");
   cmdChSelFile_ = gui::MakeButton(channelFrame, "cmdChSelFile", "Browse...", "Press to select file");
