@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include <QDesktopServices>
 #include <QFileDialog>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QUrl>
 
 namespace tarvenix::gui {
 namespace {
@@ -109,6 +111,25 @@ QString FileDialogs::Ask(QWidget* parent, const QString& title, const QString& f
   if (gTestMode) return {};
   return open ? QFileDialog::getOpenFileName(parent, title, defaultName, gLastFilter)
               : QFileDialog::getSaveFileName(parent, title, defaultName, gLastFilter);
+}
+
+// --- Documents --------------------------------------------------------------
+
+namespace {
+QStringList gOpened;
+bool gOpenSucceeds = true;
+}  // namespace
+
+bool Documents::Open(const QString& path) {
+  gOpened << path;
+  if (gTestMode) return gOpenSucceeds;
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+QStringList Documents::Opened() { return gOpened; }
+void Documents::SetOpenSucceeds(bool succeeds) { gOpenSucceeds = succeeds; }
+void Documents::Clear() {
+  gOpened.clear();
+  gOpenSucceeds = true;
 }
 
 // --- Print dialog -----------------------------------------------------------

@@ -63,6 +63,16 @@ class FileDialogs {
   static QString ToQtFilter(const QString& filter);
 };
 
+// Documents and folders opened with the program the desktop associates with
+// them. In test mode nothing is started: the paths are recorded.
+class Documents {
+ public:
+  static bool Open(const QString& path);
+  static QStringList Opened();
+  static void SetOpenSucceeds(bool succeeds);
+  static void Clear();
+};
+
 // One print job as the print dialog gave it.
 struct PrintJob {
   std::unique_ptr<QPrinter> printer;

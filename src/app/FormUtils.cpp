@@ -1,5 +1,6 @@
 #include "app/FormUtils.h"
 
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QWidget>
 
@@ -22,6 +23,10 @@ QPushButton* MakeHelpButton(App& app, QWidget* parent, const char* objectName) {
   button->setAutoDefault(false);
   QObject::connect(button, &QPushButton::clicked, parent, [&app] { ShowHelp(app); });
   return button;
+}
+
+bool IsDebugToggleKey(const QKeyEvent* event) {
+  return event->key() == Qt::Key_F10 && (event->modifiers() & Qt::AltModifier);
 }
 
 void ShowHelp(App& app) { modHelp::ShowHelp(app.session, app.ui); }

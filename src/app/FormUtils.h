@@ -7,6 +7,7 @@
 #include <initializer_list>
 
 class QAbstractButton;
+class QKeyEvent;
 class QPushButton;
 class QWidget;
 
@@ -27,6 +28,9 @@ W* Named(W* widget, const char* objectName, const char* toolTip = nullptr) {
 QPushButton* MakeButton(QWidget* parent, const char* objectName, const char* caption, const char* toolTip);
 // "Help" with "Press for help", opening the help file.
 QPushButton* MakeHelpButton(App& app, QWidget* parent, const char* objectName = "btnHelp");
+
+// Alt+F10, the key that turns debug mode on and off.
+bool IsDebugToggleKey(const QKeyEvent* event);
 
 // Opens the help file (F1 and every Help button).
 void ShowHelp(App& app);

@@ -3,7 +3,8 @@
 #include "app/Dialogs.h"
 
 #include <QCoreApplication>
-#include <QDesktopServices>
+#include <QAudioDevice>
+#include <QMediaDevices>
 #include <QEventLoop>
 #include <QMessageBox>
 #include <QSoundEffect>
@@ -64,7 +65,8 @@ void GuiUiPort::DebugPrint(const std::string& line) {
 
 void GuiUiPort::PlaySoundFile(const std::string& path) {
   // Plays to the end before returning, as the sounds mark steps of the work;
-  // with no audio device the effect never starts and nothing is heard.
+  // with no audio device there is nothing to wait for.
+  if (QMediaDevices::audioOutputs().isEmpty()) return;
   QSoundEffect effect;
   effect.setSource(QUrl::fromLocalFile(QString::fromLocal8Bit(path.c_str())));
   QEventLoop loop;
@@ -83,7 +85,7 @@ void GuiUiPort::PlaySoundFile(const std::string& path) {
 void GuiUiPort::DoEvents() { QCoreApplication::processEvents(); }
 
 bool GuiUiPort::OpenDocument(const std::string& path) {
-  return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromLocal8Bit(path.c_str())));
+  return gui::Documents::Open(ToQt(path));
 }
 
 }  // namespace tarvenix

@@ -6,14 +6,13 @@
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeySequence>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
-#include <QShortcut>
 #include <QStatusBar>
 #include <QTextCursor>
 #include <QToolButton>
@@ -60,8 +59,6 @@ frmTarvenixData::frmTarvenixData(App& app) : QMainWindow(nullptr), app_(app) {
   SetFormTitle();
   SetCommandState(kStatusStartup);
   UpdateStatus("Press 'Add Data Set' to begin.");
-  auto* debug = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_F10), this);
-  connect(debug, &QShortcut::activated, this, &frmTarvenixData::ToggleDebug);
   resize(760, 560);
 }
 
@@ -235,6 +232,14 @@ void frmTarvenixData::ToggleDebug() {
 
 bool frmTarvenixData::RunTrapped(const char* label, const std::function<void()>& body) {
   return modUtils::Trapped(app_.session, app_.ui, label, body);
+}
+
+void frmTarvenixData::keyPressEvent(QKeyEvent* event) {
+  if (gui::IsDebugToggleKey(event)) {
+    ToggleDebug();
+  } else {
+    QMainWindow::keyPressEvent(event);
+  }
 }
 
 bool frmTarvenixData::event(QEvent* event) {

@@ -4,12 +4,11 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QKeySequence>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "analysis/Basic.h"
@@ -52,10 +51,16 @@ frmTarvenixSetup::frmTarvenixSetup(App& app, QWidget* parent) : QDialog(parent),
   UpdateOccurrenceChoice();
   if (app_.session.iLastCh != 0) txtLastCh_->setText(QString::number(app_.session.iLastCh));
 
-  auto* help = new QShortcut(QKeySequence(Qt::Key_F1), this);
-  connect(help, &QShortcut::activated, this, [this] { gui::ShowHelp(app_); });
-  auto* debug = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_F10), this);
-  connect(debug, &QShortcut::activated, this, &frmTarvenixSetup::ToggleDebug);
+}
+
+void frmTarvenixSetup::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F1 && event->modifiers() == Qt::NoModifier) {
+    gui::ShowHelp(app_);
+  } else if (gui::IsDebugToggleKey(event)) {
+    ToggleDebug();
+  } else {
+    QDialog::keyPressEvent(event);
+  }
 }
 
 void frmTarvenixSetup::BuildControls() {

@@ -55,6 +55,7 @@ class frmTarvenixSetup : public QDialog {
 
  protected:
   void reject() override { Cancel(); }
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void BuildControls();
