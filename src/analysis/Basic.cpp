@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <optional>
 
 #include "analysis/RuntimeError.h"
@@ -357,6 +358,40 @@ std::string CStr(double v) { return PlainForm(v, 15, true); }
 std::string CStr(float v) { return PlainForm(static_cast<double>(v), 7, true); }
 std::string Str(double v) { return StrForm(v, 15); }
 std::string Str(float v) { return StrForm(static_cast<double>(v), 7); }
+
+double Checked(double v) {
+  if (!std::isfinite(v)) Raise(err::kOverflow);
+  return v;
+}
+
+double Log(double v) {
+  if (!(v > 0)) Raise(err::kInvalidCall);
+  return std::log(v);
+}
+
+double Exp(double v) { return Checked(std::exp(v)); }
+
+double Sqr(double v) {
+  if (v < 0) Raise(err::kInvalidCall);
+  return std::sqrt(v);
+}
+
+double Power(double base, double exponent) {
+  if (base < 0 && exponent != std::trunc(exponent)) Raise(err::kInvalidCall);
+  if (base == 0 && exponent < 0) Raise(err::kInvalidCall);
+  return Checked(std::pow(base, exponent));
+}
+
+double Divide(double a, double b) {
+  if (b == 0) Raise(a == 0 ? err::kOverflow : err::kDivisionByZero);
+  return Checked(a / b);
+}
+
+float CSng(double v) {
+  Checked(v);
+  if (std::fabs(v) > static_cast<double>(std::numeric_limits<float>::max())) Raise(err::kOverflow);
+  return static_cast<float>(v);
+}
 
 std::string Format(double v, std::string_view pattern) { return FormatWithPattern(v, 15, pattern); }
 std::string Format(float v, std::string_view pattern) {

@@ -65,6 +65,20 @@ std::string Str(T v) {
 std::string Format(double v, std::string_view pattern);
 std::string Format(float v, std::string_view pattern);
 
+// Floating-point arithmetic that fails as the classic runtime does instead of
+// giving infinities or NaNs: Log of a number <= 0, Sqr of a negative number and
+// a negative base to a fractional power (or zero to a negative one) are error 5;
+// division by zero is error 11 (0/0 is error 6); a result beyond the double
+// range is error 6. CSng stores a value in single precision (error 6 beyond its
+// range); Checked raises error 6 for a value that is not finite.
+double Log(double v);
+double Exp(double v);
+double Sqr(double v);
+double Power(double base, double exponent);
+double Divide(double a, double b);
+double Checked(double v);
+float CSng(double v);
+
 // Dates. FormatDate understands d, dd, m, mm, mmm, mmmm, yy, yyyy and copies any
 // other character: "mmm. d, yyyy" gives "Mar. 5, 2026". GeneralDate is the
 // general date form "3/5/2026 2:07:09 PM" (the time is left out at midnight).

@@ -88,6 +88,7 @@ struct Session {
   PerDataSet<std::string> sNResult;
   PerDataSet<std::string> sRSquaredResult;
   std::string sNLabel;              // "N50 =" or "N63 =", shared by all data sets
+  std::string sPlotTitle;           // the plot's title, also printed at the top of the report
 
   // --- Session paths and settings -----------------------------------------
   std::string sAppPath;         // the program's folder

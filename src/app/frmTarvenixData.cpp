@@ -22,6 +22,8 @@
 #include "analysis/FileUtils.h"
 #include "analysis/Help.h"
 #include "analysis/Messages.h"
+#include "analysis/PrintRawData.h"
+#include "analysis/Report.h"
 #include "analysis/Utils.h"
 #include "app/App.h"
 #include "app/DataSetChoosers.h"
@@ -34,6 +36,7 @@
 #include "app/frmAbout.h"
 #include "app/frmTarvenixOptions.h"
 #include "app/frmTarvenixSetup.h"
+#include "plot/TGraph.h"
 #include "tarvenix/Version.h"
 
 namespace tarvenix {
@@ -301,14 +304,9 @@ void frmTarvenixData::Clear() {
 void frmTarvenixData::Plot() {
   RunTrapped("frmTarvenixData.CmdPlot_Click", [&] {
     Session& s = app_.session;
-    for (int i = 1; i <= s.iNumDataSets; ++i) {
-      if (s.sngNParam(i) == 0.0f) {
-        modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "",
-                              "Cannot generate plot because analysis was not completed successfully on Data Set #" +
-                                  std::to_string(i) + ".\rEdit the data set and try again.");
-        return;
-      }
-    }
+    Bool16 bCancel;
+    modTGraph::PlotGuard(s, app_.ui, bCancel);
+    if (bCancel) return;
     modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "",
                           "The Weibull plot window is not available in this version yet.\rSave or print the "
                           "analysis to see the results of every data set.");
@@ -332,7 +330,7 @@ void frmTarvenixData::Print() {
         text = FromQt(selected);
       }
       int16_t iErr = 0;
-      PrintReport(*job, text, iErr);
+      modTarvenix::PrintRawData(s, app_.ui, *job->printer, text, static_cast<int16_t>(job->copies), iErr);
     }
     TextBox1_->setFocus();
   });
@@ -346,7 +344,7 @@ void frmTarvenixData::Save() {
     if (name.isEmpty()) return;
     const std::string path = FromQt(QDir::toNativeSeparators(name));
     int16_t iErr = 0;
-    SaveReport(path, iErr);
+    modTarvenix::SaveRawData(s, app_.ui, path, iErr);
     if (iErr != 0) return;
     if (app_.ui.AskYesNo("Data saved to disk.  Would you like to view the file?", modUtils::kMessageTitle))
       modUtils::ShellExec(s, app_.ui, path);
@@ -377,21 +375,6 @@ void frmTarvenixData::ViewDataFile() {
     if (!QProcess::startDetached(ToQt(viewer), arguments, ToQt(s.sAppPath)))
       modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Could not open the file " + viewer);
   });
-}
-
-void frmTarvenixData::SaveReport(const std::string& path, int16_t& iErr) {
-  (void)path;
-  iErr = 1;
-  modUtils::ShowMessage(app_.session, app_.ui, modUtils::kMsgNotice, "",
-                        "Saving the analysis report is not available in this version yet.");
-}
-
-void frmTarvenixData::PrintReport(gui::PrintJob& job, const std::string& text, int16_t& iErr) {
-  (void)job;
-  (void)text;
-  iErr = 1;
-  modUtils::ShowMessage(app_.session, app_.ui, modUtils::kMsgNotice, "",
-                        "Printing the analysis report is not available in this version yet.");
 }
 
 void frmTarvenixData::Help() { gui::ShowHelp(app_); }

@@ -21,9 +21,6 @@ class QToolButton;
 namespace tarvenix {
 
 class App;
-namespace gui {
-struct PrintJob;
-}
 
 class frmTarvenixData : public QMainWindow {
   Q_OBJECT
@@ -77,8 +74,6 @@ class frmTarvenixData : public QMainWindow {
   void BuildMenus();
   void BuildControls();
   bool RunTrapped(const char* label, const std::function<void()>& body);
-  void SaveReport(const std::string& path, int16_t& iErr);
-  void PrintReport(gui::PrintJob& job, const std::string& text, int16_t& iErr);
 
   App& app_;
   bool analysisDone_ = false;

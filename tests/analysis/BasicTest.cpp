@@ -9,18 +9,12 @@
 #include "analysis/Basic.h"
 #include "analysis/RuntimeError.h"
 
+#include "support/ErrorNumber.h"
+
 namespace tarvenix::basic {
 namespace {
 
-template <typename F>
-int ErrorOf(F&& f) {
-  try {
-    f();
-  } catch (const RuntimeError& e) {
-    return e.Number();
-  }
-  return 0;
-}
+using test::ErrorNumberOf;
 
 TEST(Val, ReadsTheLeadingNumberTheClassicWay) {
   struct Case {
@@ -42,14 +36,14 @@ TEST(Val, ReadsTheLeadingNumberTheClassicWay) {
 }
 
 TEST(Val, NumbersTooLargeForADoubleOverflow) {
-  EXPECT_EQ(ErrorOf([] { Val("1e400"); }), err::kOverflow);
-  EXPECT_EQ(ErrorOf([] { Val("&H1FFFFFFFF"); }), err::kOverflow);
+  EXPECT_EQ(ErrorNumberOf([] { Val("1e400"); }), err::kOverflow);
+  EXPECT_EQ(ErrorNumberOf([] { Val("&H1FFFFFFFF"); }), err::kOverflow);
   EXPECT_EQ(Val("1e-400"), 0.0);
 }
 
 TEST(Val, AHugeDigitRunStaysBounded) {
   std::string digits(200000, '9');
-  EXPECT_EQ(ErrorOf([&] { Val(digits); }), err::kOverflow);
+  EXPECT_EQ(ErrorNumberOf([&] { Val(digits); }), err::kOverflow);
   EXPECT_DOUBLE_EQ(Val("0." + digits), 1.0);
 }
 
@@ -66,7 +60,7 @@ TEST(IsNumeric, AcceptsOneWholeNumberWithBlanksAround) {
   };
   for (const Case& c : cases) EXPECT_EQ(IsNumeric(c.text), c.numeric) << '"' << c.text << '"';
   EXPECT_DOUBLE_EQ(CDbl(" 3.0 "), 3.0);
-  EXPECT_EQ(ErrorOf([] { CDbl("x3"); }), err::kTypeMismatch);
+  EXPECT_EQ(ErrorNumberOf([] { CDbl("x3"); }), err::kTypeMismatch);
 }
 
 TEST(WholeNumberConversion, RoundsHalvesToEvenAndOverflowsOutOfRange) {
@@ -81,7 +75,7 @@ TEST(WholeNumberConversion, RoundsHalvesToEvenAndOverflowsOutOfRange) {
   };
   for (const Case& c : cases16) {
     if (c.overflow) {
-      EXPECT_EQ(ErrorOf([&] { CInt(c.v); }), err::kOverflow) << c.v;
+      EXPECT_EQ(ErrorNumberOf([&] { CInt(c.v); }), err::kOverflow) << c.v;
     } else {
       EXPECT_EQ(CInt(c.v), c.expected) << c.v;
     }
@@ -89,8 +83,8 @@ TEST(WholeNumberConversion, RoundsHalvesToEvenAndOverflowsOutOfRange) {
   EXPECT_EQ(CLng(2147483647.4), 2147483647);
   EXPECT_EQ(CLng(-2147483648.5), -2147483647 - 1);
   EXPECT_EQ(CLng(10.5), 10);
-  EXPECT_EQ(ErrorOf([] { CLng(2147483647.5); }), err::kOverflow);
-  EXPECT_EQ(ErrorOf([] { CLng(std::numeric_limits<double>::infinity()); }), err::kOverflow);
+  EXPECT_EQ(ErrorNumberOf([] { CLng(2147483647.5); }), err::kOverflow);
+  EXPECT_EQ(ErrorNumberOf([] { CLng(std::numeric_limits<double>::infinity()); }), err::kOverflow);
 }
 
 TEST(Booleans, TextsConvertTheClassicWay) {
@@ -100,7 +94,7 @@ TEST(Booleans, TextsConvertTheClassicWay) {
   EXPECT_TRUE(CBool("-1"));
   EXPECT_TRUE(CBool("2.5"));
   EXPECT_FALSE(CBool("0"));
-  EXPECT_EQ(ErrorOf([] { CBool("yes"); }), err::kTypeMismatch);
+  EXPECT_EQ(ErrorNumberOf([] { CBool("yes"); }), err::kTypeMismatch);
   EXPECT_EQ(BoolText(true), "True");
   EXPECT_EQ(BoolText(false), "False");
 }
@@ -203,9 +197,9 @@ TEST(StringHelpers, ClassicArgumentRules) {
   EXPECT_EQ(Mid("abcdef", 2, 3), "bcd");
   EXPECT_EQ(Mid("abcdef", 4), "def");
   EXPECT_EQ(Mid("abc", 9), "");
-  EXPECT_EQ(ErrorOf([] { Left("abc", -1); }), err::kInvalidCall);
-  EXPECT_EQ(ErrorOf([] { Right("abc", -1); }), err::kInvalidCall);
-  EXPECT_EQ(ErrorOf([] { Mid("abc", 0); }), err::kInvalidCall);
+  EXPECT_EQ(ErrorNumberOf([] { Left("abc", -1); }), err::kInvalidCall);
+  EXPECT_EQ(ErrorNumberOf([] { Right("abc", -1); }), err::kInvalidCall);
+  EXPECT_EQ(ErrorNumberOf([] { Mid("abc", 0); }), err::kInvalidCall);
   EXPECT_EQ(Trim("  a b  "), "a b");
   EXPECT_EQ(Trim("\ta "), "\ta") << "the classic Trim removes blanks only";
   EXPECT_EQ(UCase("start:x"), "START:X");

@@ -8,23 +8,18 @@
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 
+#include "support/ErrorNumber.h"
+
 namespace tarvenix::modUtils {
 namespace {
+
+using test::ErrorNumberOf;
 
 using test::ReadAll;
 using test::RecordingUi;
 using test::TempDir;
 namespace fs = std::filesystem;
 
-template <typename F>
-int ErrorOf(F&& f) {
-  try {
-    f();
-  } catch (const RuntimeError& e) {
-    return e.Number();
-  }
-  return 0;
-}
 
 TEST(FileTests, FilesFoldersAndEmptyPaths) {
   TempDir dir;
@@ -78,7 +73,7 @@ TEST(LineInput, AllThreeLineEndsAndTheEndOfTheFile) {
   while (!f->Eof()) lines.push_back(f->LineInput());
   std::vector<std::string> expected = {"one", "two", "three", "four", "", std::string("six\0x", 5)};
   EXPECT_EQ(lines, expected);
-  EXPECT_EQ(ErrorOf([&] { f->LineInput(); }), err::kInputPastEnd);
+  EXPECT_EQ(ErrorNumberOf([&] { f->LineInput(); }), err::kInputPastEnd);
 }
 
 TEST(InputItem, CommasLineEndsQuotesAndBlanks) {
@@ -89,16 +84,16 @@ TEST(InputItem, CommasLineEndsQuotesAndBlanks) {
   while (!f->Eof()) items.push_back(f->InputItem());
   std::vector<std::string> expected = {"5", "7", "9", "a, b", "x", "12", ""};
   EXPECT_EQ(items, expected);
-  EXPECT_EQ(ErrorOf([&] { f->InputItem(); }), err::kInputPastEnd);
+  EXPECT_EQ(ErrorNumberOf([&] { f->InputItem(); }), err::kInputPastEnd);
 }
 
 TEST(OpenErrors, ClassicNumbers) {
   TempDir dir;
-  EXPECT_EQ(ErrorOf([&] { VbFile::Open(FileMode::Input, dir.File("missing.txt")); }), err::kFileNotFound);
-  EXPECT_EQ(ErrorOf([&] { VbFile::Open(FileMode::Input, dir.File("no/such/dir.txt")); }), err::kPathNotFound);
-  EXPECT_EQ(ErrorOf([&] { VbFile::Open(FileMode::Input, dir.Path()); }), err::kPathFileAccess);
-  EXPECT_EQ(ErrorOf([&] { VbFile::Open(FileMode::Output, dir.File("no/such/out.txt")); }), err::kPathNotFound);
-  EXPECT_EQ(ErrorOf([&] { VbFile::Open(FileMode::Input, ""); }), err::kBadFileName);
+  EXPECT_EQ(ErrorNumberOf([&] { VbFile::Open(FileMode::Input, dir.File("missing.txt")); }), err::kFileNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { VbFile::Open(FileMode::Input, dir.File("no/such/dir.txt")); }), err::kPathNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { VbFile::Open(FileMode::Input, dir.Path()); }), err::kPathFileAccess);
+  EXPECT_EQ(ErrorNumberOf([&] { VbFile::Open(FileMode::Output, dir.File("no/such/out.txt")); }), err::kPathNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { VbFile::Open(FileMode::Input, ""); }), err::kBadFileName);
 }
 
 TEST(AtomicWrite, ReplacesWholeAndLeavesNoTemporaryFiles) {
@@ -129,14 +124,14 @@ TEST(AtomicWrite, AFolderThatCannotBeWrittenLeavesTheOldFileByteForByte) {
   fs::permissions(dir.Path(), fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
                   fs::perm_options::remove);
   std::string outcome = test::AsUnprivilegedUser(
-      [&] { return std::to_string(ErrorOf([&] { WriteFileAtomically(p, "replacement"); })); });
+      [&] { return std::to_string(ErrorNumberOf([&] { WriteFileAtomically(p, "replacement"); })); });
   EXPECT_EQ(outcome, std::to_string(err::kPathFileAccess));
   EXPECT_EQ(ReadAll(p), "precious\r\n");
 }
 
 TEST(AtomicWrite, AFullDeviceIsDiskFull) {
   if (!fs::exists("/dev/full")) GTEST_SKIP();
-  EXPECT_EQ(ErrorOf([] { WriteFileAtomically("/dev/full", std::string(100000, 'x')); }), err::kDiskFull);
+  EXPECT_EQ(ErrorNumberOf([] { WriteFileAtomically("/dev/full", std::string(100000, 'x')); }), err::kDiskFull);
 }
 
 TEST(OutputFiles, OutputReplacesOnCloseAppendAdds) {

@@ -368,6 +368,45 @@ TEST_F(MainWindowTest, HelpReadmeAboutAndExplorer) {
   EXPECT_FALSE(app->About().isVisible());
 }
 
+TEST_F(MainWindowTest, SaveWritesTheReportAndOffersToShowIt) {
+  StartApp();
+  LoadDataSets(1);
+  app->session.sDataDir = dataHome.Path();
+  gui::FileDialogs::SetNextFileName(QString());
+  Click(&Main(), "CmdSave");
+  EXPECT_EQ(gui::FileDialogs::LastDefaultName().toStdString(), dataHome.File("analysis.txt"));
+  EXPECT_TRUE(MessageBoxes::History().empty());
+
+  for (auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+    const std::string report = dataHome.File(answer == QMessageBox::No ? "a.txt" : "b.txt");
+    gui::FileDialogs::SetNextFileName(QString::fromStdString(report));
+    MessageBoxes::SetNextAnswer(answer);
+    gui::Documents::Clear();
+    Click(&Main(), "CmdSave");
+    EXPECT_EQ(ReadAll(report).substr(0, 23), "Created using Tarvenix ");
+    EXPECT_EQ(LastMessage(), "Data saved to disk.  Would you like to view the file?");
+    EXPECT_EQ(gui::Documents::Opened(),
+              answer == QMessageBox::Yes ? QStringList{QString::fromStdString(report)} : QStringList{});
+  }
+}
+
+TEST_F(MainWindowTest, PrintOffersTheLogSelection) {
+  StartApp();
+  LoadDataSets(1);
+  Main().UpdateTextBox("BETA = 2.03");
+  const std::string pdf = dataHome.File("report.pdf");
+  gui::PrintDialogs::SetNextAnswer({true, 1, false, QString::fromStdString(pdf)});
+  Click(&Main(), "CmdPrint");
+  EXPECT_FALSE(gui::PrintDialogs::LastOfferedSelection());
+  EXPECT_EQ(ReadAll(pdf).substr(0, 5), "%PDF-");
+  EXPECT_TRUE(Find<QPlainTextEdit>(&Main(), "TextBox1")->hasFocus() || !Main().isActiveWindow());
+
+  Find<QPlainTextEdit>(&Main(), "TextBox1")->selectAll();
+  gui::PrintDialogs::SetNextAnswer({false, 1, false, {}});
+  Click(&Main(), "CmdPrint");
+  EXPECT_TRUE(gui::PrintDialogs::LastOfferedSelection());
+}
+
 TEST_F(MainWindowTest, PrintingWithoutAPrinterSaysSo) {
   StartApp();
   LoadDataSets(1);

@@ -2,18 +2,12 @@
 
 #include "analysis/RuntimeError.h"
 #include "app/Session.h"
+#include "support/ErrorNumber.h"
 
 namespace tarvenix {
 namespace {
 
-int ErrorNumberOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const RuntimeError& e) {
-    return e.Number();
-  }
-  return 0;
-}
+using test::ErrorNumberOf;
 
 TEST(SessionCounting, FiveAddsThenClearWalkThroughTheThreeStatuses) {
   Session s;

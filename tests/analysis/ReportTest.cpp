@@ -1,0 +1,218 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "analysis/Report.h"
+#include "analysis/Weibull.h"
+#include "app/Session.h"
+#include "support/RecordingUi.h"
+#include "support/TempDir.h"
+#include "tarvenix/Version.h"
+
+namespace tarvenix::modTarvenix {
+namespace {
+
+namespace fs = std::filesystem;
+using test::RecordingUi;
+
+std::tm March5At2pm() {
+  std::tm t{};
+  t.tm_year = 2026 - 1900;
+  t.tm_mon = 2;
+  t.tm_mday = 5;
+  t.tm_hour = 14;
+  t.tm_min = 7;
+  t.tm_sec = 9;
+  return t;
+}
+
+std::string Lines(const std::vector<std::string>& lines) {
+  std::string out;
+  for (const std::string& l : lines) out += l + "\r\n";
+  return out;
+}
+
+const std::string kCreated = std::string("Created using Tarvenix v") + version::kText + " on 3/5/2026 2:07:09 PM";
+
+DataSetSettings Record(const std::string& id, const std::string& file) {
+  DataSetSettings r;
+  r.sDataID = id;
+  r.sDataFile = file;
+  r.bNumOccurrences = true;
+  r.sOccurrenceLimit = "1";
+  r.bDataCycles = true;
+  r.bFirstLastCh = true;
+  r.sFirstCh = "1";
+  r.sLastCh = "10";
+  return r;
+}
+
+// Adds a data set as an analysis leaves it: its record, its points, its results.
+void AddAnalysed(Session& s, RecordingUi& ui, const DataSetSettings& rec, int16_t channels,
+                 const std::vector<std::pair<int32_t, int32_t>>& points) {
+  ++s.iNumDataSets;
+  s.iDataSetNum = s.iNumDataSets;
+  const int16_t d = s.iDataSetNum;
+  s.dataSetSettings(d) = rec;
+  s.iGroupSize(d) = channels;
+  s.iNumEvents(d) = static_cast<int16_t>(points.size());
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    s.vEventCycle(d, static_cast<long long>(i + 1)) = points[i].first;
+    s.vEventCount(d, static_cast<long long>(i + 1)) = points[i].second;
+  }
+  AnalyzeData(s, ui, true);
+}
+
+const std::vector<std::pair<int32_t, int32_t>> kPublished = {{25, 1}, {43, 2},  {53, 3},  {65, 4},  {76, 5},
+                                                             {86, 6}, {95, 7}, {115, 8}, {132, 9}, {150, 10}};
+const std::vector<std::pair<int32_t, int32_t>> kTied = {{12, 1}, {26, 3}, {27, 4}, {47, 6}, {48, 7}, {58, 9}};
+
+const std::vector<std::string> kPublishedSection = {
+    "Data Set #1 - 'Board A' ",
+    "Test Data History File: /lab/run1.txt",
+    "Channel Selection File: /lab/boards.chs",
+    "Data cycle analysis selected.",
+    "Occurrence limit considered: 1",
+    "Number of analyzed events = 10",
+    "BETA = 2.03   (90% confidence level: +/- 3.3%)",
+    "N50 = 80   (90% confidence range:  61 to 105)",
+    "R-squared =  1.00",
+    "------------------------",
+    "Number        Cycle         Failure       Weibull",
+    "Failed        Number        Fraction      Ordinate",
+    "------        ------        --------      --------",
+};
+
+// Fractions and ordinates: NumPy, from the single-precision survival fractions.
+TEST(Report, OneDataSetLineForLine) {
+  Session s;
+  RecordingUi ui;
+  s.iFractionType() = 2;
+  s.sPlotTitle = "Thermal shock, lot 7";
+  DataSetSettings rec = Record("Board A", "/lab/run1.txt");
+  rec.bFirstLastCh = false;
+  rec.bChSelFile = true;
+  rec.sChSelFile = "/lab/boards.chs";
+  AddAnalysed(s, ui, rec, 10, kPublished);
+  std::vector<std::string> expected = {kCreated, "Plot Title: Thermal shock, lot 7", ""};
+  expected.insert(expected.end(), kPublishedSection.begin(), kPublishedSection.end());
+  std::vector<std::string> rows = {
+      " 1,            25,           0.0673,      -2.6638", " 2,            43,           0.1635,      -1.7233",
+      " 3,            53,           0.2596,      -1.2020", " 4,            65,           0.3558,      -0.8217",
+      " 5,            76,           0.4519,      -0.5086", " 6,            86,           0.5481,      -0.2304",
+      " 7,            95,           0.6442,       0.0329", " 8,            115,          0.7404,       0.2990",
+      " 9,            132,          0.8365,       0.5940", " 10,           150,          0.9327,       0.9927",
+      ""};
+  expected.insert(expected.end(), rows.begin(), rows.end());
+  EXPECT_EQ(ReportText(s, March5At2pm()), Lines(expected));
+}
+
+// With two data sets the fraction column of data set 1 repeats what the current
+// data set (2) gives for the same point numbers, and beyond its six points the
+// count 0 gives negative fractions: the report has always shown it so.
+TEST(Report, TwoDataSetsTakeTheFractionColumnFromTheCurrentOne) {
+  Session s;
+  RecordingUi ui;
+  s.iFractionType() = 2;
+  DataSetSettings first = Record("Board A", "/lab/run1.txt");
+  first.bFirstLastCh = false;
+  first.bChSelFile = true;
+  first.sChSelFile = "/lab/boards.chs";
+  AddAnalysed(s, ui, first, 10, kPublished);
+  DataSetSettings second = Record("", "/lab/run2.txt");
+  second.bDataCycles = false;
+  second.bTempCycles = true;
+  second.bNumOccurrences = false;
+  second.bIPCOccurrences = true;
+  second.sFirstCh = "20";
+  second.sLastCh = "31";
+  AddAnalysed(s, ui, second, 12, kTied);
+  std::vector<std::string> expected = {kCreated, "Plot Title: ", ""};
+  expected.insert(expected.end(), kPublishedSection.begin(), kPublishedSection.end());
+  std::vector<std::string> rest = {
+      " 1,            25,           0.0565,      -2.6638",
+      " 2,            43,           0.2177,      -1.7233",
+      " 3,            53,           0.2984,      -1.2020",
+      " 4,            65,           0.4597,      -0.8217",
+      " 5,            76,           0.5403,      -0.5086",
+      " 6,            86,           0.7016,      -0.2304",
+      " 7,            95,          -0.0242,       0.0329",
+      " 8,            115,         -0.0242,       0.2990",
+      " 9,            132,         -0.0242,       0.5940",
+      " 10,           150,         -0.0242,       0.9927",
+      "",
+      "Data Set #2 ",
+      "Test Data History File: /lab/run2.txt",
+      "Channels Selected: 20 to 31",
+      "Temperature or mechanical cycle analysis selected.",
+      "Occurrence limit considered: IPC/JEDEC Limit",
+      "Number of analyzed events = 6",
+      "BETA = 1.83   (90% confidence level: +/- 13.9%)",
+      "N50 = 45   (90% confidence range:  34 to 61)",
+      "R-squared =  0.98",
+      "------------",
+      "Number        Cycle         Failure       Weibull",
+      "Failed        Number        Fraction      Ordinate",
+      "------        ------        --------      --------",
+      " 1,            12,           0.0565,      -2.8455",
+      " 3,            26,           0.2177,      -1.4042",
+      " 4,            27,           0.2984,      -1.0374",
+      " 6,            47,           0.4597,      -0.4852",
+      " 7,            48,           0.5403,      -0.2520",
+      " 9,            58,           0.7016,       0.1901",
+      "",
+  };
+  expected.insert(expected.end(), rest.begin(), rest.end());
+  EXPECT_EQ(ReportText(s, March5At2pm()), Lines(expected));
+}
+
+TEST(Report, UnfinishedAnalysisPrintsWhatWasStored) {
+  Session s;
+  RecordingUi ui;
+  // Too few points to finish: the error box, no result texts, the stored points.
+  AddAnalysed(s, ui, Record("X", "/lab/x.txt"), 10, {{100, 1}, {200, 2}});
+  const std::string text = ReportText(s, March5At2pm());
+  EXPECT_NE(text.find("Number of analyzed events = 2\r\n\r\n\r\n\r\n------------------\r\n"), std::string::npos) << text;
+  EXPECT_NE(text.find(" 2,            200,          0.2000,      -1.4999\r\n"), std::string::npos) << text;
+}
+
+TEST(SaveRawData, WritesTheReportAndReplacesAnOldOne) {
+  test::TempDir dir;
+  const std::string path = dir.Write("analysis.txt", "old report\r\n");
+  Session s;
+  RecordingUi ui;
+  AddAnalysed(s, ui, Record("Board A", "/lab/run1.txt"), 10, kPublished);
+  int16_t iErr = 7;
+  SaveRawData(s, ui, path, iErr, March5At2pm());
+  EXPECT_EQ(iErr, 0);
+  EXPECT_EQ(test::ReadAll(path), ReportText(s, March5At2pm()));
+}
+
+TEST(SaveRawData, AFailureKeepsTheOldReportAndShowsTheErrorBox) {
+  test::TempDir dir;
+  const std::string path = dir.Write("analysis.txt", "old report\r\n");
+  test::OpenForEveryone(dir.Path());
+  fs::permissions(dir.Path(), fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                  fs::perm_options::remove);
+  const std::string outcome = test::AsUnprivilegedUser([&] {
+    Session s;
+    RecordingUi ui;
+    int16_t iErr = 0;
+    SaveRawData(s, ui, path, iErr, March5At2pm());
+    return std::to_string(iErr) + "|" + (ui.messages.empty() ? "" : ui.messages[0].text);
+  });
+  EXPECT_EQ(outcome, "1|Error in modTarvenix.SaveRawData - Error #75  Path/File access error\r");
+  EXPECT_EQ(test::ReadAll(path), "old report\r\n");
+
+  Session s;
+  RecordingUi ui;
+  int16_t iErr = 0;
+  SaveRawData(s, ui, dir.File("no such folder/analysis.txt"), iErr, March5At2pm());
+  EXPECT_EQ(iErr, 1);
+  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"Error in modTarvenix.SaveRawData - Error #76  Path not found\r"});
+}
+
+}  // namespace
+}  // namespace tarvenix::modTarvenix

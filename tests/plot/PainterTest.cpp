@@ -1,0 +1,183 @@
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPdfWriter>
+
+#include "WeibullSamples.h"
+#include "analysis/RuntimeError.h"
+#include "plot/PlotExport.h"
+#include "plot/WeibullPainter.h"
+#include "analysis/FileUtils.h"
+#include "support/ErrorNumber.h"
+#include "support/TempDir.h"
+
+namespace tarvenix::plot {
+namespace {
+
+QGuiApplication& App() {
+  static int argc = 1;
+  static char name[] = "plot_painter_test";
+  static char* argv[] = {name, nullptr};
+  static QGuiApplication app(argc, argv);
+  return app;
+}
+
+struct Plot {
+  Session s;
+  modTGraph::Graph g;
+  ChartModel chart;
+  clsGrInfo info;
+  explicit Plot(int dataSets, int scheme = 6, bool large = true) {
+    App();
+    s.bDataCycles = true;
+    samples::AddSampleDataSets(s, dataSets);
+    std::tm today{};
+    today.tm_year = 126;
+    modTGraph::BuildWeibullPlot(s, g, chart, info, scheme, large, today);
+  }
+};
+
+// Whether a pixel shows the colour at least half covering a white paper.
+bool CoveredBy(QRgb pixel, QRgb colour) {
+  const int c[3] = {qRed(colour), qGreen(colour), qBlue(colour)};
+  const int p[3] = {qRed(pixel), qGreen(pixel), qBlue(pixel)};
+  int k = 0;
+  for (int i = 1; i < 3; ++i) k = 255 - c[i] > 255 - c[k] ? i : k;
+  if (c[k] == 255) return pixel == colour;
+  const double cover = (255.0 - p[k]) / (255.0 - c[k]);
+  if (cover < 0.5) return false;
+  for (int i = 0; i < 3; ++i) {
+    if (std::abs(p[i] - (cover * c[i] + (1 - cover) * 255)) > 16) return false;
+  }
+  return true;
+}
+
+// Whether the pixel at (x, y), or one next to it, shows the colour: lines are
+// smoothed, so their centre may fall between two pixels.
+bool ColourNear(const QImage& image, int x, int y, QRgb colour) {
+  for (int dy = -1; dy <= 1; ++dy) {
+    for (int dx = -1; dx <= 1; ++dx) {
+      if (CoveredBy(image.pixel(x + dx, y + dy), colour)) return true;
+    }
+  }
+  return false;
+}
+
+TEST(WeibullPainter, PointsAndLinesAreWhereTheGeometrySaysInTheirColours) {
+  for (QSize size : {QSize(1200, 900), QSize(640, 480)}) {
+    Plot plot(5, 6, size.width() >= 1200);
+    std::string warning;
+    QImage image = RenderChartImage(plot.s, plot.g, plot.chart, size, &warning);
+    EXPECT_EQ(warning, "");
+    // The same geometry the painter used, recomputed from the inner rectangle it laid out.
+    modTGraph::WeibullDrawing d = modTGraph::DrawWeibullData(plot.s, plot.g, plot.chart);
+    ASSERT_EQ(d.sets.size(), 5u);
+    for (const auto& set : d.sets) {
+      const QRgb colour = ToQColor(plot.chart.series[static_cast<std::size_t>(set.dataSet - 1)].color).rgb();
+      int hits = 0;
+      for (const auto& p : set.points) hits += image.pixel(p.x, p.y) == colour;
+      // Markers of a later data set may cover a few points of an earlier one.
+      EXPECT_GE(hits, static_cast<int>(set.points.size()) - 3) << set.dataSet << " at " << size.width();
+      for (const auto& seg : set.line) {
+        for (double t : {0.1, 0.5, 0.9}) {
+          int x = static_cast<int>(std::lround(seg.from.x + (seg.to.x - seg.from.x) * t));
+          int y = static_cast<int>(std::lround(seg.from.y + (seg.to.y - seg.from.y) * t));
+          EXPECT_TRUE(ColourNear(image, x, y, colour)) << set.dataSet << " line at " << x << "," << y;
+        }
+      }
+    }
+  }
+}
+
+TEST(WeibullPainter, ProbabilityRowsAreSilverAndTheirLabelsLeftOfThePaper) {
+  Plot plot(1);
+  QImage image = RenderChartImage(plot.s, plot.g, plot.chart, QSize(1200, 900));
+  const QRgb silver = qRgb(192, 192, 192);
+  for (const auto& row : modTGraph::ProbabilityRows(plot.g)) {
+    // Near the right edge, past the last decade line and clear of the data.
+    EXPECT_EQ(image.pixel(static_cast<int>(plot.g.sngPlotRight) - 3, row.y), silver) << row.label;
+    // The tick left of the paper is black.
+    EXPECT_EQ(image.pixel(static_cast<int>(plot.g.sngPlotLeft) - 2, row.y), qRgb(0, 0, 0)) << row.label;
+  }
+  // Something dark is written in the label column of the 50 % row.
+  const int y50 = modTGraph::Pixel(modTGraph::YOfFraction(plot.g, 0.5));
+  int dark = 0;
+  for (int x = static_cast<int>(plot.g.sngPlotLeft) - 40; x < plot.g.sngPlotLeft - 10; ++x) {
+    dark += qGray(image.pixel(x, y50)) < 128;
+  }
+  EXPECT_GT(dark, 0);
+}
+
+TEST(WeibullPainter, MonochromeSchemeDrawsEveryDataSetBlack) {
+  Plot plot(3, 3);
+  QImage image = RenderChartImage(plot.s, plot.g, plot.chart, QSize(1200, 900));
+  modTGraph::WeibullDrawing d = modTGraph::DrawWeibullData(plot.s, plot.g, plot.chart);
+  for (const auto& set : d.sets) {
+    for (const auto& p : set.points) EXPECT_EQ(image.pixel(p.x, p.y), qRgb(0, 0, 0));
+  }
+}
+
+TEST(WeibullPainter, AnySizeAndBrokenDataPaintWithoutFailing) {
+  struct Case {
+    QSize size;
+    bool zeroBeta;
+  } cases[] = {{{1, 1}, false}, {{40, 30}, false}, {{200, 150}, true}, {{3000, 2250}, false}, {{1200, 900}, true}};
+  for (const Case& c : cases) {
+    Plot plot(2);
+    if (c.zeroBeta) {
+      plot.s.sngBeta(2) = 0;
+      plot.g.bPlotReady = true;
+    }
+    QImage image = RenderChartImage(plot.s, plot.g, plot.chart, c.size);
+    EXPECT_EQ(image.size(), c.size);
+  }
+}
+
+TEST(PlotExport, EachFormatIsWrittenByItsExtension) {
+  struct Case {
+    const char* name;
+    QByteArray magic;
+  } cases[] = {{"p.png", "\x89PNG"}, {"p.BMP", "BM"}, {"p.jpg", "\xFF\xD8\xFF"}, {"p.svg", "<?xml"}, {"p.pdf", "%PDF"}};
+  test::TempDir dir;
+  for (const Case& c : cases) {
+    Plot plot(2);
+    std::string path = dir.File(c.name);
+    auto format = FormatForPath(path);
+    ASSERT_TRUE(format.has_value()) << c.name;
+    ExportChart(path, *format, QSize(800, 600), plot.s, plot.g, plot.chart);
+    std::string bytes = test::ReadAll(path);
+    EXPECT_EQ(QByteArray::fromStdString(bytes.substr(0, static_cast<std::size_t>(c.magic.size()))), c.magic)
+        << c.name;
+  }
+  EXPECT_FALSE(FormatForPath(dir.File("p.gif")).has_value());
+  EXPECT_FALSE(FormatForPath("folder.png/plot").has_value());
+}
+
+TEST(PlotExport, AnUnwritableFolderRaisesAndWritesNothing) {
+  Plot plot(1);
+  test::TempDir dir;
+  std::string path = dir.File("missing/p.png");
+  EXPECT_EQ(test::ErrorNumberOf([&] { ExportChart(path, ImageFormat::Png, QSize(300, 200), plot.s, plot.g, plot.chart); }),
+            err::kPathNotFound);
+  EXPECT_FALSE(modUtils::IsFile(path));
+}
+
+TEST(PlotExport, TheRecordingPlaysOntoAPageAndBadRecordingsAreRefused) {
+  Plot plot(2);
+  test::TempDir dir;
+  const std::string recording = dir.File("weibull.emf");
+  ASSERT_TRUE(ExportRecording(recording, QSize(1000, 750), plot.s, plot.g, plot.chart));
+  QPdfWriter page(QString::fromStdString(dir.File("page.pdf")));
+  EXPECT_TRUE(PlayRecording(recording, page));
+  EXPECT_GT(test::ReadAll(dir.File("page.pdf")).size(), 1000u);
+
+  const std::string garbage = dir.Write("garbage.emf", "not a recording");
+  QPdfWriter other(QString::fromStdString(dir.File("other.pdf")));
+  EXPECT_FALSE(PlayRecording(garbage, other));
+  EXPECT_FALSE(PlayRecording(dir.File("absent.emf"), other));
+  EXPECT_FALSE(ExportRecording(dir.File("missing/weibull.emf"), QSize(100, 75), plot.s, plot.g, plot.chart));
+}
+
+}  // namespace
+}  // namespace tarvenix::plot
