@@ -1,7 +1,6 @@
 #include "app/DataSetChoosers.h"
 
 #include <QComboBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -28,16 +27,11 @@ DataSetChooser::DataSetChooser(App& app, QWidget* parent, const char* objectName
   connect(ok, &QPushButton::clicked, this, [this] { Ok(); });
   connect(cancel, &QPushButton::clicked, this, [this] { Cancel(); });
 
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(ok);
-  buttons->addWidget(cancel);
-  buttons->addWidget(gui::MakeHelpButton(app_, this));
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(label);
   layout->addWidget(list_);
   layout->addSpacing(8);
-  layout->addLayout(buttons);
+  layout->addLayout(gui::ButtonRow({ok, cancel, gui::MakeHelpButton(app_, this)}));
   layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 
@@ -78,10 +72,7 @@ frmTarvenixEdit::frmTarvenixEdit(App& app, QWidget* parent)
 void frmTarvenixEdit::Ok() {
   MakeSelectionCurrent();
   accept();
-  frmTarvenixSetup& setup = app_.Setup();
-  setup.SetAddMode(false);
-  setup.SetReAnalyzeMode(false);
-  setup.ShowModal();
+  app_.Setup().ShowModal(false, false);
 }
 
 void frmTarvenixEdit::Cancel() { QDialog::reject(); }

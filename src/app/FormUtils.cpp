@@ -1,5 +1,6 @@
 #include "app/FormUtils.h"
 
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QWidget>
@@ -23,6 +24,13 @@ QPushButton* MakeHelpButton(App& app, QWidget* parent, const char* objectName) {
   button->setAutoDefault(false);
   QObject::connect(button, &QPushButton::clicked, parent, [&app] { ShowHelp(app); });
   return button;
+}
+
+QHBoxLayout* ButtonRow(std::initializer_list<QWidget*> buttons) {
+  auto* row = new QHBoxLayout;
+  row->addStretch();
+  for (QWidget* b : buttons) row->addWidget(b);
+  return row;
 }
 
 bool IsDebugToggleKey(const QKeyEvent* event) {

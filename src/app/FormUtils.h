@@ -7,6 +7,7 @@
 #include <initializer_list>
 
 class QAbstractButton;
+class QHBoxLayout;
 class QKeyEvent;
 class QPushButton;
 class QWidget;
@@ -31,6 +32,9 @@ QPushButton* MakeHelpButton(App& app, QWidget* parent, const char* objectName = 
 
 // Alt+F10, the key that turns debug mode on and off.
 bool IsDebugToggleKey(const QKeyEvent* event);
+
+// The row of command buttons at the foot of a dialog, right-aligned.
+QHBoxLayout* ButtonRow(std::initializer_list<QWidget*> buttons);
 
 // Opens the help file (F1 and every Help button).
 void ShowHelp(App& app);

@@ -254,10 +254,7 @@ bool frmTarvenixData::event(QEvent* event) {
 
 void frmTarvenixData::AddDataSet() {
   RunTrapped("frmTarvenixData.btnAddDataSet_Click", [&] {
-    frmTarvenixSetup& setup = app_.Setup();
-    setup.SetAddMode(true);
-    setup.SetReAnalyzeMode(false);
-    setup.ShowModal();
+    app_.Setup().ShowModal(true, false);
   });
   Activate();
 }
@@ -266,10 +263,7 @@ void frmTarvenixData::EditDataSet() {
   RunTrapped("frmTarvenixData.btnEdit_Click", [&] {
     if (app_.session.iNumDataSets == 1) {
       app_.session.iDataSetNum = 1;
-      frmTarvenixSetup& setup = app_.Setup();
-      setup.SetAddMode(false);
-      setup.SetReAnalyzeMode(false);
-      setup.ShowModal();
+      app_.Setup().ShowModal(false, false);
     } else {
       app_.Edit().ShowModal();
     }
@@ -279,10 +273,7 @@ void frmTarvenixData::EditDataSet() {
 
 void frmTarvenixData::ReAnalyze() {
   RunTrapped("frmTarvenixData.btnReAnalyze_Click", [&] {
-    frmTarvenixSetup& setup = app_.Setup();
-    setup.SetAddMode(false);
-    setup.SetReAnalyzeMode(true);
-    setup.ShowModal();
+    app_.Setup().ShowModal(false, true);
   });
   Activate();
 }

@@ -1,7 +1,6 @@
 #include "app/frmTarvenixOptions.h"
 
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -36,20 +35,16 @@ frmTarvenixOptions::frmTarvenixOptions(App& app, QWidget* parent) : QDialog(pare
   btn90_ = Option(this, "btn90Percent", "90 %");
   btn95_ = Option(this, "btn95Percent", "95 %");
 
-  auto* buttons = new QHBoxLayout;
   QPushButton* ok = gui::MakeButton(this, "CmdBtnOK", "OK", "Press to accept changes");
   ok->setDefault(true);
   connect(ok, &QPushButton::clicked, this, &frmTarvenixOptions::Accept);
-  buttons->addStretch();
-  buttons->addWidget(ok);
-  buttons->addWidget(gui::MakeHelpButton(app_, this));
 
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(Frame(this, "FrameNParam", "Select Weibull shape parameter for analysis", {btnN50_, btnN63_}));
   layout->addWidget(Frame(this, "FrameFraction", "Select Weibull failure fraction calculation for analysis",
                           {btnUnadjusted_, btnMean_, btnMedian_}));
   layout->addWidget(Frame(this, "FrameConfidence", "Select Weibull confidence level for analysis", {btn90_, btn95_}));
-  layout->addLayout(buttons);
+  layout->addLayout(gui::ButtonRow({ok, gui::MakeHelpButton(app_, this)}));
   layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 

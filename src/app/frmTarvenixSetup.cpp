@@ -213,6 +213,12 @@ void frmTarvenixSetup::ShowModal() {
   exec();
 }
 
+void frmTarvenixSetup::ShowModal(bool addMode, bool reAnalyzeMode) {
+  SetAddMode(addMode);
+  SetReAnalyzeMode(reAnalyzeMode);
+  ShowModal();
+}
+
 void frmTarvenixSetup::Activate() {
   setResult(QDialog::Rejected);
   modUtils::Trapped(app_.session, app_.ui, "frmTarvenixSetup.frmActivate", [&] {

@@ -35,6 +35,8 @@ class frmTarvenixSetup : public QDialog {
   // Activation, then the dialog modally; in re-analyse mode the saved choices
   // run at once and the dialog appears only if they are refused.
   void ShowModal();
+  // Sets both modes (add, edit = neither, re-analyse), then ShowModal.
+  void ShowModal(bool addMode, bool reAnalyzeMode);
   void Activate();
 
   // The controls to and from the current data set's record.

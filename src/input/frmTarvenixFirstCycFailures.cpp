@@ -1,6 +1,5 @@
 #include "input/frmTarvenixFirstCycFailures.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -33,17 +32,12 @@ frmTarvenixFirstCycFailures::frmTarvenixFirstCycFailures(App& app, QWidget* pare
   connect(yes, &QPushButton::clicked, this, [this] { Answer(true); });
   connect(no, &QPushButton::clicked, this, [this] { Answer(false); });
 
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(yes);
-  buttons->addWidget(no);
-  buttons->addWidget(gui::MakeHelpButton(app_, this));
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(LblCycleType_);
   layout->addWidget(txtBox1_);
   layout->addSpacing(6);
   layout->addWidget(question);
-  layout->addLayout(buttons);
+  layout->addLayout(gui::ButtonRow({yes, no, gui::MakeHelpButton(app_, this)}));
   layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 
