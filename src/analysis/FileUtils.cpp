@@ -332,6 +332,25 @@ std::string VbFile::InputItem() {
   return item;
 }
 
+std::unique_ptr<ByteFile> ByteFile::OpenForReading(const std::string& path) {
+  if (path.empty()) Raise(err::kBadFileName);
+  if (IsDirectory(path)) Raise(err::kPathFileAccess);
+  std::FILE* f = std::fopen(path.c_str(), "rb");
+  if (!f) RaiseFor(errno, path, true);
+  std::unique_ptr<ByteFile> file(new ByteFile(f));
+  // The caller's blocks are large; a stdio buffer would only add a copy.
+  std::setvbuf(f, nullptr, _IONBF, 0);
+  return file;
+}
+
+ByteFile::~ByteFile() { std::fclose(file_); }
+
+std::size_t ByteFile::Read(char* into, std::size_t max) {
+  std::size_t n = std::fread(into, 1, max, file_);
+  if (n < max && std::ferror(file_)) Raise(err::kDeviceIO);
+  return n;
+}
+
 RetryClock SystemRetryClock() {
   return RetryClock{
       [] {

@@ -97,6 +97,27 @@ class VbFile {
   bool atEnd_ = false;
 };
 
+// A file read as raw bytes in large blocks, for readers that split lines
+// themselves. Nothing is buffered behind the caller's back: each Read goes to the
+// system with the caller's block.
+class ByteFile {
+ public:
+  // Raises the classic errors of an input open: 53 (missing file), 76 (missing
+  // folder), 75 (a folder, or no access), 52 (empty name).
+  static std::unique_ptr<ByteFile> OpenForReading(const std::string& path);
+  ~ByteFile();
+  ByteFile(const ByteFile&) = delete;
+  ByteFile& operator=(const ByteFile&) = delete;
+
+  // Up to `max` bytes into `into`; 0 at the end of the file. A failed read is
+  // error 57 (Device I/O error).
+  std::size_t Read(char* into, std::size_t max);
+
+ private:
+  explicit ByteFile(std::FILE* f) : file_(f) {}
+  std::FILE* file_;
+};
+
 // Seconds and pauses for OpenFile's retry; tests move a fake clock.
 struct RetryClock {
   std::function<long long()> wholeSecondsNow;

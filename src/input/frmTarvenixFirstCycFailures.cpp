@@ -8,6 +8,7 @@
 #include "app/App.h"
 #include "app/FormUtils.h"
 #include "app/GuiUiPort.h"
+#include "input/FirstCycle.h"
 
 namespace tarvenix {
 namespace {
@@ -42,10 +43,7 @@ frmTarvenixFirstCycFailures::frmTarvenixFirstCycFailures(App& app, QWidget* pare
 }
 
 void frmTarvenixFirstCycFailures::UpdateData(const FirstCycleFlags& bFirstCycFailures) {
-  std::string list;
-  for (std::size_t ch = 1; ch < bFirstCycFailures.size(); ++ch)
-    if (bFirstCycFailures[ch]) list += " " + std::to_string(ch);
-  txtBox1_->setText(ToQt(list));
+  txtBox1_->setText(ToQt(modTarvenix::FirstCycleChannelList(bFirstCycFailures)));
   txtBox1_->setCursorPosition(0);
 }
 

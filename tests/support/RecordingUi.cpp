@@ -1,5 +1,7 @@
 #include "support/RecordingUi.h"
 
+#include "input/FirstCycle.h"
+
 namespace tarvenix::test {
 
 void RecordingUi::UpdateStatus(const std::string& sMsg) {
@@ -28,10 +30,7 @@ bool RecordingUi::AskYesNo(const std::string& text, const std::string& /*title*/
 std::optional<bool> RecordingUi::AskIgnoreFirstCycleEvents(const FirstCycleFlags& flags, bool dataCycleAnalysis) {
   lastFirstCycleFlags = flags;
   lastFirstCycleDataCycles = dataCycleAnalysis;
-  std::string list;
-  for (int ch = 1; ch <= 1024; ++ch)
-    if (flags[static_cast<std::size_t>(ch)]) list += " " + std::to_string(ch);
-  calls.push_back("FIRSTCYCLE:" + list);
+  calls.push_back("FIRSTCYCLE:" + modTarvenix::FirstCycleChannelList(flags));
   if (firstCycleAnswers.empty()) return false;
   std::optional<bool> a = firstCycleAnswers.front();
   firstCycleAnswers.pop_front();

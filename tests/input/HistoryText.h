@@ -1,0 +1,25 @@
+#pragma once
+// Lines of a data history file for tests, laid out at the positions the reader
+// reads, so each test shows its file as the logger would write it.
+
+#include <string>
+#include <vector>
+
+namespace tarvenix::test {
+
+// "Cycle # n".
+std::string DataCycleLine(long long cycle);
+// The three characters that name a channel: "  5", " 17", "999", "024" (1024).
+std::string ChannelField(int channel);
+// Occurrence number (three digits), "::", then one entry " CCC:O." a channel.
+std::string EventLine(int occurrence, const std::vector<int>& channels);
+// Blanks, a "." at position 6, then entries as on an event line.
+std::string ContinuationLine(const std::vector<int>& channels);
+// "T =" at positions 5 to 7 and the text `count` from position 34.
+std::string TempLine(const std::string& count);
+// "M =" at positions 5 to 7 and the text `count` from position 37.
+std::string MechLine(const std::string& count);
+// The lines joined, each ended by `eol`.
+std::string Lines(const std::vector<std::string>& lines, const std::string& eol = "\r\n");
+
+}  // namespace tarvenix::test

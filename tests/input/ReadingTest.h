@@ -1,0 +1,37 @@
+#pragma once
+// One data set set up through CheckSetupEntries and read through ProcessData,
+// with everything the user would see recorded.
+
+#include <string>
+#include <vector>
+
+#include "app/Session.h"
+#include "support/RecordingUi.h"
+#include "support/TempDir.h"
+
+namespace tarvenix::test {
+
+struct Reading {
+  TempDir dir;
+  Session s;
+  RecordingUi ui;
+  int16_t iErr = 0;
+  std::string dataFile;
+
+  Reading();
+  // Writes the data history file and checks the setup of data set 1 with the
+  // channel range first..last, the occurrence limit and the analysis kind.
+  void Setup(const std::string& content, int16_t first, int16_t last, int16_t limit, bool dataCycles);
+  // The same with a channel selection file instead of a range.
+  void SetupWithFile(const std::string& content, const std::string& chSel, int16_t limit, bool dataCycles);
+  void Read();
+
+  // Rows 1..iNumEvents of the data set's failure data.
+  std::vector<int32_t> Cycles() const;
+  std::vector<int32_t> Counts() const;
+  std::vector<int> Selected() const;
+  // The calls to the UI port from the first that contains `from` on.
+  std::vector<std::string> CallsFrom(const std::string& from) const;
+};
+
+}  // namespace tarvenix::test
