@@ -166,8 +166,8 @@ void ChartSetup(Session& s, Graph& g, ChartModel& chart, int16_t kind, int32_t c
       break;
     case kPlotWeibull:
       // A title the user gave is kept; without one the plot gets the dated default.
-      if (g.sTitle.empty()) g.sTitle = DefaultTitle(today);
-      chart.title = g.sTitle;
+      if (s.sPlotTitle.empty()) s.sPlotTitle = DefaultTitle(today);
+      chart.title = s.sPlotTitle;
       vertical.title = "Percent Failed";
       horizontal.title = CyclesAxisTitle(s);
       break;

@@ -45,7 +45,6 @@ struct Graph {
   Bool16 bLargePlot;
   int32_t iColorScheme = 6;  // the scheme data set colours are looked up in
   Bool16 bPlotReady;         // a build has finished: repaints may draw data
-  std::string sTitle;        // the plot title; empty until given or defaulted
 };
 
 // log10 as the program computes it: ln(x) over ln 10 rounded to single
@@ -67,7 +66,8 @@ void PlotGuard(Session& s, UiPort& ui, Bool16& bCancel);
 std::string DefaultTitle(const std::tm& today);
 
 // The common chart set-up: titles for the plot kind, the data set colour
-// scheme, and no series yet.
+// scheme, and no series yet. The Weibull plot's title is sPlotTitle; an empty
+// one becomes the dated default, which then stays.
 void ChartSetup(Session& s, Graph& g, ChartModel& chart, int16_t kind, int32_t colorScheme, const std::tm& today);
 
 // "<ID>: Beta = 2.35,  N50 = 1234".

@@ -198,12 +198,13 @@ TEST(WeibullPaper, LegendTitleAndAxisTitles) {
   EXPECT_EQ(b.chart.series[0].penWidth, 2);
   EXPECT_EQ(b.chart.series[0].markerSize, 8);
   EXPECT_EQ(b.chart.title, "Quorvane Weibull Probability Plot            Mar. 5, 2026");
+  EXPECT_EQ(b.s.sPlotTitle, b.chart.title);
   EXPECT_EQ(b.chart.axes[kAxisLeft].title, "Percent Failed");
   EXPECT_EQ(b.chart.axes[kAxisBottom].title, "Number of Data Cycles Elapsed");
 
   b.s.iNParamType() = 1;
   b.s.sNLabel = "N63 =";
-  b.g.sTitle = "Lot 7";
+  b.s.sPlotTitle = "Lot 7";
   b.s.bDataCycles = false;
   b.s.iCycleType = 1;
   b.Build(false);
