@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QPrintDialog>
@@ -65,6 +66,8 @@ QMessageBox::StandardButton MessageBoxes::Show(QWidget* parent, QMessageBox::Ico
     return answer;
   }
   if (gTestMode) return defaultButton != QMessageBox::NoButton ? defaultButton : QMessageBox::Ok;
+  // A box belongs over the dialog that is open, if one is.
+  if (QWidget* modal = QApplication::activeModalWidget()) parent = modal;
   QMessageBox box(icon, title, text, buttons, parent);
   if (defaultButton != QMessageBox::NoButton) box.setDefaultButton(defaultButton);
   return static_cast<QMessageBox::StandardButton>(box.exec());

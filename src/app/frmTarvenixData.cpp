@@ -124,6 +124,9 @@ void frmTarvenixData::BuildControls() {
       gui::Named(new QLineEdit(central), "MaskEdBoxGrHeader", "Enter header text to appear at the top of the plot");
   MaskEdBoxGrHeader_->setMaxLength(100);
   plotTitleLabel->setBuddy(MaskEdBoxGrHeader_);
+  // The plot and the report read the title from the session.
+  connect(MaskEdBoxGrHeader_, &QLineEdit::textChanged, this,
+          [this](const QString& text) { app_.session.sPlotTitle = FromQt(text); });
 
   lblDebug_ = gui::Named(new QLabel(QStringLiteral("Debug mode"), central), "lblDebug");
   lblDebug_->setStyleSheet(QStringLiteral("color: #b00020; font-weight: bold;"));

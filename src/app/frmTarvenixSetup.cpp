@@ -232,13 +232,11 @@ void frmTarvenixSetup::Activate() {
     btnNumOccurrences_->setChecked(true);
     s.bIgnoreFirstCycles = false;
     if (!s.sDataFile.empty()) txtDataFile_->setText(ToQt(s.sDataFile));
-    txtDataFile_->setCursorPosition(static_cast<int>(txtDataFile_->text().size()));
     txtDataFile_->setFocus();
-    if (!addMode_) {
-      RestoreFormSettings();
-      txtDataFile_->setCursorPosition(static_cast<int>(txtDataFile_->text().size()));
-      txtChSelFile_->setCursorPosition(static_cast<int>(txtChSelFile_->text().size()));
-    }
+    if (!addMode_) RestoreFormSettings();
+    // The carets at the ends, so the file names show their last parts.
+    txtDataFile_->setCursorPosition(static_cast<int>(txtDataFile_->text().size()));
+    txtChSelFile_->setCursorPosition(static_cast<int>(txtChSelFile_->text().size()));
   });
   if (reAnalyzeMode_) FinishUp();
 }

@@ -377,6 +377,7 @@ TEST_F(MainWindowTest, SaveWritesTheReportAndOffersToShowIt) {
   EXPECT_EQ(gui::FileDialogs::LastDefaultName().toStdString(), dataHome.File("analysis.txt"));
   EXPECT_TRUE(MessageBoxes::History().empty());
 
+  Find<QLineEdit>(&Main(), "MaskEdBoxGrHeader")->setText("Lot 7 drop test");
   for (auto answer : {QMessageBox::No, QMessageBox::Yes}) {
     const std::string report = dataHome.File(answer == QMessageBox::No ? "a.txt" : "b.txt");
     gui::FileDialogs::SetNextFileName(QString::fromStdString(report));
@@ -384,6 +385,7 @@ TEST_F(MainWindowTest, SaveWritesTheReportAndOffersToShowIt) {
     gui::Documents::Clear();
     Click(&Main(), "CmdSave");
     EXPECT_EQ(ReadAll(report).substr(0, 23), "Created using Tarvenix ");
+    EXPECT_NE(ReadAll(report).find("\r\nPlot Title: Lot 7 drop test\r\n"), std::string::npos);
     EXPECT_EQ(LastMessage(), "Data saved to disk.  Would you like to view the file?");
     EXPECT_EQ(gui::Documents::Opened(),
               answer == QMessageBox::Yes ? QStringList{QString::fromStdString(report)} : QStringList{});
