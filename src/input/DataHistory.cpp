@@ -80,6 +80,8 @@ class CountLimitReader {
     if (secondPass_) RemoveLeadingFirstCycleEvents();
     for (int channel = 0; channel <= kMaxChannels; ++channel) pending_[channel] = s_.iChSelected(channel);
     NumEvents() = 0;
+    // Each pass starts afresh: no event waits for its cycle line yet, and no
+    // data cycle line has been read. Only the first unlabelled row carries over.
     eventsPending_ = false;
     currentDataCycle_ = 0;
 
@@ -108,8 +110,10 @@ class CountLimitReader {
           afterEvent = true;
           break;
         case HistoryLineKind::TempCycle:
+          if (!LabelPendingEvents(line, true)) return PassEnd::RunEnded;
+          break;
         case HistoryLineKind::MechCycle:
-          if (!LabelPendingEvents(line)) return PassEnd::RunEnded;
+          if (!LabelPendingEvents(line, false)) return PassEnd::RunEnded;
           break;
         case HistoryLineKind::Other:
           break;
@@ -186,8 +190,7 @@ class CountLimitReader {
   // A temperature or mechanical cycle line: its cycle labels the events
   // recorded since the last such line. False when that cycle lies before the
   // initial one, which ends the run.
-  bool LabelPendingEvents(std::string_view line) {
-    const bool temperature = input::ClassifyHistoryLine(line) == HistoryLineKind::TempCycle;
+  bool LabelPendingEvents(std::string_view line, bool temperature) {
     if (!dataCycles_) s_.iCycleType = temperature ? 1 : 2;
     if (!eventsPending_) return true;
     const int32_t cycle = temperature ? input::TempCycleOf(line) : input::MechCycleOf(line);

@@ -1,6 +1,7 @@
 #include "input/LineReader.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace tarvenix::input {
@@ -12,7 +13,6 @@ void LineReader::Open(const std::string& path) {
   file_ = modUtils::ByteFile::OpenForReading(path);
   pos_ = end_ = 0;
   eof_ = skipLeadingLf_ = inLongLine_ = false;
-  nextLf_ = nextCr_ = kUnknown;
 }
 
 void LineReader::Close() { file_.reset(); }
@@ -24,7 +24,6 @@ bool LineReader::Refill() {
     end_ -= pos_;
     pos_ = 0;
   }
-  nextLf_ = nextCr_ = kUnknown;
   std::size_t n = file_->Read(buffer_.data() + end_, buffer_.size() - end_);
   if (n == 0) {
     eof_ = true;
@@ -38,14 +37,33 @@ bool LineReader::Refill() {
   return true;
 }
 
+namespace {
+
+// Whether any of the eight bytes of `word` is a CR or an LF (the classic test
+// for a zero byte, applied to the word xor each line end).
+bool HasLineEnd(uint64_t word) {
+  constexpr uint64_t kOnes = 0x0101010101010101ull;
+  constexpr uint64_t kHighs = 0x8080808080808080ull;
+  const uint64_t lf = word ^ (kOnes * '\n');
+  const uint64_t cr = word ^ (kOnes * '\r');
+  return ((((lf - kOnes) & ~lf) | ((cr - kOnes) & ~cr)) & kHighs) != 0;
+}
+
+}  // namespace
+
+// Lines are short, so one pass looking for both ends a word at a time beats
+// two library searches per line.
 std::size_t LineReader::FindLineEnd(std::size_t from) {
-  auto search = [&](char c) {
-    const void* hit = std::memchr(buffer_.data() + from, c, end_ - from);
-    return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - buffer_.data()) : end_;
-  };
-  if (nextLf_ == kUnknown || nextLf_ < from) nextLf_ = search('\n');
-  if (nextCr_ == kUnknown || nextCr_ < from) nextCr_ = search('\r');
-  return std::min(nextLf_, nextCr_);
+  const char* data = buffer_.data();
+  std::size_t i = from;
+  for (; i + 8 <= end_; i += 8) {
+    uint64_t word;
+    std::memcpy(&word, data + i, 8);
+    if (HasLineEnd(word)) break;
+  }
+  for (; i < end_; ++i)
+    if (data[i] == '\n' || data[i] == '\r') return i;
+  return end_;
 }
 
 void LineReader::ConsumeLineEnd(std::size_t at) {
@@ -59,8 +77,10 @@ void LineReader::ConsumeLineEnd(std::size_t at) {
 }
 
 bool LineReader::NextLine(std::string_view& head, bool& complete) {
-  std::string_view rest;
-  while (NextPiece(rest)) {
+  if (inLongLine_) {
+    std::string_view rest;
+    while (NextPiece(rest)) {
+    }
   }
   for (;;) {
     std::size_t lineEnd = pos_ < end_ ? FindLineEnd(pos_) : end_;

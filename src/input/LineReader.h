@@ -51,11 +51,6 @@ class LineReader {
   bool eof_ = false;
   bool skipLeadingLf_ = false;  // the previous block ended in CR
   bool inLongLine_ = false;     // a long line's rest is still unread
-  // Where the next LF and CR were found (end_ when none); kUnknown after the
-  // data moved. Saves searching a line twice in files with one kind of end.
-  static constexpr std::size_t kUnknown = static_cast<std::size_t>(-1);
-  std::size_t nextLf_ = kUnknown;
-  std::size_t nextCr_ = kUnknown;
 };
 
 }  // namespace tarvenix::input

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 
 #include "analysis/Basic.h"
@@ -104,6 +105,32 @@ TEST(Truncation, FixTowardZeroIntDownward) {
   EXPECT_EQ(Fix(-2.7), -2);
   EXPECT_EQ(Int(-2.7), -3);
   EXPECT_EQ(Fix(-0.3), 0);
+}
+
+TEST(Arithmetic, FaultsAreClassicRunTimeErrors) {
+  struct Case {
+    const char* what;
+    std::function<void()> call;
+    int error;
+  } cases[] = {
+      {"Log 0", [] { Log(0); }, err::kInvalidCall},
+      {"Log of a negative number", [] { Log(-1); }, err::kInvalidCall},
+      {"Sqr of a negative number", [] { Sqr(-0.5); }, err::kInvalidCall},
+      {"negative base, fractional power", [] { Power(-8, 1.0 / 3); }, err::kInvalidCall},
+      {"zero to a negative power", [] { Power(0, -1); }, err::kInvalidCall},
+      {"x / 0", [] { Divide(1, 0); }, err::kDivisionByZero},
+      {"0 / 0", [] { Divide(0, 0); }, err::kOverflow},
+      {"Exp beyond a double", [] { Exp(710); }, err::kOverflow},
+      {"a power beyond a double", [] { Power(10, 400); }, err::kOverflow},
+      {"a single beyond its range", [] { CSng(1e39); }, err::kOverflow},
+      {"not finite", [] { Checked(std::numeric_limits<double>::infinity()); }, err::kOverflow},
+      {"Log 1", [] { Log(1); }, 0},
+      {"negative base, whole power", [] { Power(-2, 3); }, 0},
+      {"the largest single", [] { CSng(3.4e38); }, 0},
+  };
+  for (const Case& c : cases) EXPECT_EQ(ErrorNumberOf(c.call), c.error) << c.what;
+  EXPECT_EQ(CSng(0.1), 0.1f);
+  EXPECT_EQ(Power(-2, 3), -8);
 }
 
 TEST(NumberTexts, StrAndCStrFollowThePrintForms) {

@@ -48,6 +48,32 @@ TEST(ProcessData, ACountLimitRunLogsEachStepAndStoresTheFailures) {
   EXPECT_EQ(r.ui.calls, expected);
 }
 
+TEST(ProcessData, TheSecondPassTracesEachEventWithTheCycleTheFirstPassFound) {
+  Reading r;
+  r.s.bDebug = true;
+  r.ui.firstCycleAnswers.push_back(true);
+  r.Setup(Lines({DataCycleLine(10), EventLine(1, {5, 7}), TempLine("2.0"), DataCycleLine(12), EventLine(1, {9}),
+                 TempLine("3.0"), DataCycleLine(13), EventLine(1, {1, 2})}),
+          1, 10, 1, false);
+  r.Read();
+  // The last two events never get a cycle line: they stay at cycle 0 and are
+  // flagged as first-cycle events, but only leading ones are removed.
+  EXPECT_EQ(r.ui.debugLines,
+            (std::vector<std::string>{
+                "Starting First Pass\r\n", "Event #1 recorded on Ch # 7 @ Data cycle #10",
+                "Event #2 recorded on Ch # 5 @ Data cycle #10", "Event #3 recorded on Ch # 9 @ Data cycle #12",
+                "Event #4 recorded on Ch # 2 @ Data cycle #13", "Event #5 recorded on Ch # 1 @ Data cycle #13",
+                "Temperature or mechanical cycles are available for analysis.", "Starting Second Pass\r\n",
+                "Event #1 recorded on Ch # 7 @ Data cycle #10 @ Temp./Mech. Cycle #3",
+                "Event #2 recorded on Ch # 5 @ Data cycle #10 @ Temp./Mech. Cycle #3",
+                "Event #3 recorded on Ch # 9 @ Data cycle #12 @ Temp./Mech. Cycle #4",
+                "Event #4 recorded on Ch # 2 @ Data cycle #13 @ Temp./Mech. Cycle #0",
+                "Event #5 recorded on Ch # 1 @ Data cycle #13 @ Temp./Mech. Cycle #0",
+                "Finished with reading data history file.", "Total number of analyzed events = 5"}));
+  EXPECT_EQ(r.ui.lastFirstCycleFlags[1] && r.ui.lastFirstCycleFlags[2], true);
+  EXPECT_EQ(r.Cycles(), (V{3, 3, 4, 0, 0}));
+}
+
 TEST(ProcessData, WithoutDebugModeThereAreNoTraceLines) {
   Reading r;
   r.Setup(Lines({DataCycleLine(10), EventLine(1, {1, 2, 3, 4, 5})}), 1, 20, 1, true);

@@ -24,17 +24,27 @@ DataSetSettings SetupFor(const std::string& dataFile, bool dataCycles) {
 }  // namespace
 
 void Reading::Setup(const std::string& content, int16_t first, int16_t last, int16_t limit, bool dataCycles) {
-  dataFile = dir.Write("run.txt", content);
+  SetupWithRange(dir.Write("run.txt", content), first, last, limit, dataCycles);
+}
+
+void Reading::SetupWithRange(const std::string& historyFile, int16_t first, int16_t last, int16_t limit,
+                             bool dataCycles) {
+  dataFile = historyFile;
   DataSetSettings setup = SetupFor(dataFile, dataCycles);
   setup.bFirstLastCh = true;
   modTarvenix::CheckSetupEntries(s, ui, setup, first, last, limit, iErr);
 }
 
 void Reading::SetupWithFile(const std::string& content, const std::string& chSel, int16_t limit, bool dataCycles) {
-  dataFile = dir.Write("run.txt", content);
+  SetupFromFiles(dir.Write("run.txt", content), dir.Write("sel.txt", chSel), limit, dataCycles);
+}
+
+void Reading::SetupFromFiles(const std::string& historyFile, const std::string& chSelFile, int16_t limit,
+                             bool dataCycles) {
+  dataFile = historyFile;
   DataSetSettings setup = SetupFor(dataFile, dataCycles);
   setup.bChSelFile = true;
-  setup.sChSelFile = dir.Write("sel.txt", chSel);
+  setup.sChSelFile = chSelFile;
   modTarvenix::CheckSetupEntries(s, ui, setup, 0, 0, limit, iErr);
 }
 

@@ -22,8 +22,11 @@ struct Reading {
   // Writes the data history file and checks the setup of data set 1 with the
   // channel range first..last, the occurrence limit and the analysis kind.
   void Setup(const std::string& content, int16_t first, int16_t last, int16_t limit, bool dataCycles);
+  void SetupWithRange(const std::string& historyFile, int16_t first, int16_t last, int16_t limit, bool dataCycles);
   // The same with a channel selection file instead of a range.
   void SetupWithFile(const std::string& content, const std::string& chSel, int16_t limit, bool dataCycles);
+  // The same with files already written.
+  void SetupFromFiles(const std::string& historyFile, const std::string& chSelFile, int16_t limit, bool dataCycles);
   void Read();
 
   // Rows 1..iNumEvents of the data set's failure data.

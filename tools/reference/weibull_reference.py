@@ -28,6 +28,8 @@ DATA_SETS = {
     "suspended": (20, [(36, 1), (44, 2), (55, 3), (64, 4), (76, 5), (85, 6), (87, 7), (102, 8)]),
     # Tied failures: the cumulative count steps by two at three cycles.
     "tied": (12, [(12, 1), (26, 3), (27, 4), (47, 6), (48, 7), (58, 9)]),
+    # The published failures among eleven channels, read from a data history file.
+    "eleven": (11, [(c, j) for j, c in enumerate([25, 43, 53, 65, 76, 86, 95, 115, 132, 150], 1)]),
 }
 
 # Lives in the thousands, where storing in single precision moves a bound across

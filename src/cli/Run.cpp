@@ -1,0 +1,101 @@
+#include "cli/Run.h"
+
+#include "analysis/Report.h"
+#include "app/Session.h"
+#include "app/SetupSequence.h"
+#include "cli/ConsoleUi.h"
+#include "cli/Options.h"
+#include "tarvenix/Version.h"
+
+namespace tarvenix::cli {
+namespace {
+
+// The IPC/JEDEC occurrence rule is not implemented yet; a data set that asks for
+// it stops the run with a clear word instead of reporting no failures.
+constexpr bool kIpcRuleAvailable = false;
+
+void ApplyGlobalOptions(const Options& o, Session& s) {
+  s.iMinFailures = 5;
+  s.bSoundStatus = false;
+  s.bDebug = o.debug;
+  s.iNParamType() = o.nParamType;
+  s.iFractionType() = o.fractionType;
+  s.iConfLevel() = o.confLevel;
+  s.sPlotTitle = o.plotTitle;
+}
+
+// The group's entries over the dialog's controls as activation left them.
+void EnterDataSet(const DataSetOptions& d, DataSetSettings& c) {
+  c.sDataFile = d.dataFile;
+  if (d.id) c.sDataID = *d.id;
+  if (d.firstCh) c.sFirstCh = *d.firstCh;
+  if (d.lastCh) c.sLastCh = *d.lastCh;
+  c.bFirstLastCh = !d.chSelFile;
+  c.bChSelFile = d.chSelFile.has_value();
+  if (d.chSelFile) c.sChSelFile = *d.chSelFile;
+  c.bDataCycles = !d.tempCycles;
+  c.bTempCycles = d.tempCycles;
+  c.sOccurrenceLimit = d.occurrenceLimit;
+  c.bNumOccurrences = !d.ipc;
+  c.bIPCOccurrences = d.ipc;
+}
+
+// Add Data Set and OK for each group, in order. Returns false when a data set
+// was not analysed to the end; stops as Cancel would when the dialog would stay
+// open.
+bool RunDataSets(const Options& o, Session& s, ConsoleUi& ui, std::ostream& err) {
+  bool allComplete = true;
+  for (const DataSetOptions& d : o.dataSets) {
+    // Each group starts from the dialog's defaults: a channel range with empty
+    // boxes, data cycles, a limit of 1.
+    DataSetSettings controls;
+    controls.bFirstLastCh = true;
+    controls.sOccurrenceLimit = "1";
+    setup::ActivateSetup(s, ui, setup::SetupMode::Add, controls);
+    EnterDataSet(d, controls);
+    if (d.ipc && !kIpcRuleAvailable) {
+      err << "tarvenix-cli: the IPC/JEDEC occurrence limit (--ipc) is not available in this version.\n";
+      setup::CancelSetup(s, ui);
+      return false;
+    }
+    if (!setup::FinishUp(s, ui, setup::SetupMode::Add, controls).accepted) {
+      setup::CancelSetup(s, ui);
+      return false;
+    }
+    if (!ui.TakeAnalysisComplete()) allComplete = false;
+  }
+  return allComplete;
+}
+
+}  // namespace
+
+int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+  const ParseResult parsed = ParseArguments(args);
+  if (!parsed.error.empty()) {
+    err << "tarvenix-cli: " << parsed.error << "\nTry 'tarvenix-cli --help' for more information.\n";
+    return kExitUsage;
+  }
+  const Options& o = parsed.options;
+  if (o.help) {
+    out << UsageText();
+    return kExitComplete;
+  }
+  if (o.version) {
+    out << "tarvenix-cli " << version::kText << "\n";
+    return kExitComplete;
+  }
+  Session s;
+  ApplyGlobalOptions(o, s);
+  ConsoleUi ui(out, err, o.ignoreFirstCycles);
+  bool ok = RunDataSets(o, s, ui, err);
+  if (o.reportFile) {
+    int16_t iErr = 0;
+    modTarvenix::SaveRawData(s, ui, *o.reportFile, iErr);
+    if (iErr != 0) ok = false;
+  }
+  if (!WritePlot(s, o.plot, err)) ok = false;
+  out.flush();
+  return ok ? kExitComplete : kExitIncomplete;
+}
+
+}  // namespace tarvenix::cli

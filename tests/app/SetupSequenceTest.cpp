@@ -1,0 +1,238 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/Session.h"
+#include "app/SetupSequence.h"
+#include "support/RecordingUi.h"
+#include "support/TempDir.h"
+
+namespace tarvenix::setup {
+namespace {
+
+using test::RecordingUi;
+using test::TempDir;
+
+// A data history file in which each listed channel reaches its first event at
+// the listed data cycle.
+std::string History(const std::vector<std::pair<int, std::vector<int>>>& failures) {
+  std::string text = "Vorlantic data history file\r\n";
+  for (const auto& [cycle, channels] : failures) {
+    text += "Cycle # " + std::to_string(cycle) + "\r\n001::";
+    for (int ch : channels) {
+      std::string digits = std::to_string(ch);
+      text += " " + std::string(3 - digits.size(), ' ') + digits + ":O.";
+    }
+    text += "\r\n";
+  }
+  return text;
+}
+
+// Ten channels; eight fail.
+const std::string kEightOfTen = History({{40, {3}}, {75, {1, 7}}, {90, {2}}, {120, {9}}, {160, {4, 5}}, {210, {8}}});
+
+struct Dialog {
+  Session s;
+  RecordingUi ui;
+  TempDir dir;
+  std::string dataFile = dir.Write("run.txt", kEightOfTen);
+  DataSetSettings controls;
+
+  Dialog() {
+    controls.bFirstLastCh = true;
+    controls.sFirstCh = "1";
+    controls.sLastCh = "10";
+    controls.sOccurrenceLimit = "1";
+  }
+
+  // Add Data Set, the entries, OK.
+  FinishUpResult Add() {
+    ActivateSetup(s, ui, SetupMode::Add, controls);
+    controls.sDataFile = dataFile;
+    return FinishUp(s, ui, SetupMode::Add, controls, [this] { ui.calls.push_back("HIDE"); });
+  }
+};
+
+TEST(SetupChecks, EachRefusalNamesItsBoxAndMovesNoCounter) {
+  struct Case {
+    const char* what;
+    std::function<void(Dialog&)> enter;
+    const char* message;
+    SetupFocus focus;
+  } cases[] = {
+      {"missing channel selection file",
+       [](Dialog& d) {
+         d.controls.bFirstLastCh = false;
+         d.controls.bChSelFile = true;
+         d.controls.sChSelFile = d.dir.File("none.chs");
+       },
+       kChSelFileMissing, SetupFocus::txtChSelFile},
+      {"missing data history file", [](Dialog& d) { d.controls.sDataFile = d.dir.File("none.txt"); }, kDataFileMissing,
+       SetupFocus::txtDataFile},
+      {"IPC/JEDEC without its event array file",
+       [](Dialog& d) {
+         d.controls.bNumOccurrences = false;
+         d.controls.bIPCOccurrences = true;
+       },
+       kIpcFileMissing, SetupFocus::txtDataFile},
+      {"first channel 3.5", [](Dialog& d) { d.controls.sFirstCh = "3.5"; }, kFirstChannelInvalid,
+       SetupFocus::txtFirstCh},
+      {"first channel empty", [](Dialog& d) { d.controls.sFirstCh = ""; }, kFirstChannelInvalid, SetupFocus::txtFirstCh},
+      {"first channel 0", [](Dialog& d) { d.controls.sFirstCh = "0"; }, kFirstChannelInvalid, SetupFocus::txtFirstCh},
+      {"first channel text", [](Dialog& d) { d.controls.sFirstCh = "x1"; }, kFirstChannelInvalid,
+       SetupFocus::txtFirstCh},
+      {"last channel 1025", [](Dialog& d) { d.controls.sLastCh = "1025"; }, kLastChannelInvalid,
+       SetupFocus::txtLastCh},
+      {"last channel empty", [](Dialog& d) { d.controls.sLastCh = ""; }, kLastChannelInvalid, SetupFocus::txtLastCh},
+      {"first equals last", [](Dialog& d) { d.controls.sFirstCh = "10"; }, kChannelOrder, SetupFocus::txtFirstCh},
+      {"first above last", [](Dialog& d) { d.controls.sFirstCh = "12"; }, kChannelOrder, SetupFocus::txtFirstCh},
+      {"four channels", [](Dialog& d) { d.controls.sLastCh = "4"; }, kTooFewChannels, SetupFocus::txtFirstCh},
+      {"occurrence limit 0", [](Dialog& d) { d.controls.sOccurrenceLimit = "0"; }, kZeroOccurrenceLimit,
+       SetupFocus::None},
+      {"occurrence limit -0", [](Dialog& d) { d.controls.sOccurrenceLimit = "-0"; }, kZeroOccurrenceLimit,
+       SetupFocus::None},
+  };
+  for (const Case& c : cases) {
+    Dialog d;
+    d.s.iNumDataSets = 2;
+    d.s.iDataSetNum = 2;
+    ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls);
+    d.controls.sDataFile = d.dataFile;
+    c.enter(d);
+    d.ui.calls.clear();
+    FinishUpResult r = FinishUp(d.s, d.ui, SetupMode::Add, d.controls);
+    EXPECT_FALSE(r.accepted) << c.what;
+    EXPECT_EQ(r.focus, c.focus) << c.what;
+    EXPECT_EQ(d.ui.MessageTexts(), std::vector<std::string>{c.message}) << c.what;
+    EXPECT_EQ(d.s.iNumDataSets, 2) << c.what;
+    EXPECT_EQ(d.s.iDataSetNum, 3) << c.what << ": activation moved it, Cancel moves it back";
+    CancelSetup(d.s, d.ui);
+    EXPECT_EQ(d.s.iDataSetNum, 2) << c.what;
+  }
+}
+
+TEST(SetupChecks, TheDataFileIsFiledUnderTheNextNumberBeforeTheLaterChecks) {
+  Dialog d;
+  ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls);
+  d.controls.sDataFile = d.dataFile;
+  d.controls.sLastCh = "3";
+  FinishUp(d.s, d.ui, SetupMode::Add, d.controls);
+  EXPECT_EQ(d.s.sDataFile, d.dataFile);
+  EXPECT_EQ(d.s.sDataDir, d.dir.Path());
+  EXPECT_EQ(d.s.sDataFiles(1), d.dataFile);
+  EXPECT_EQ(d.s.sIPCFiles(1), d.dir.File("run.ipc"));
+  EXPECT_EQ(d.s.iNumDataSets, 0);
+}
+
+TEST(SetupChecks, WithIpcJedecOnlyTheEventArrayFileMustExist) {
+  Dialog d;
+  d.dir.Write("gone.ipc", "' event array\r\n");
+  ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls);
+  d.controls.sDataFile = d.dir.File("gone.txt");
+  d.controls.bNumOccurrences = false;
+  d.controls.bIPCOccurrences = true;
+  FinishUpResult r = FinishUp(d.s, d.ui, SetupMode::Add, d.controls);
+  EXPECT_TRUE(r.accepted);
+  EXPECT_EQ(d.s.iNumDataSets, 1);
+}
+
+TEST(SetupSequence, AddFilesReadsAndAnalysesTheNewDataSet) {
+  Dialog d;
+  FinishUpResult r = d.Add();
+  EXPECT_TRUE(r.accepted);
+  EXPECT_EQ(d.s.iNumDataSets, 1);
+  EXPECT_EQ(d.s.iDataSetNum, 1);
+  EXPECT_EQ(d.s.dataSetSettings(1).sDataID, "Data Set #1");
+  EXPECT_EQ(d.s.dataSetSettings(1).sDataFile, d.dataFile);
+  EXPECT_EQ(d.s.sDataIDs(1), "Data Set #1");
+  EXPECT_EQ(d.s.iNumEvents(1), 8);
+  EXPECT_EQ(d.ui.doEventsCalls, 1);
+  ASSERT_FALSE(d.ui.calls.empty());
+  EXPECT_EQ(d.ui.calls.front(), "HIDE") << "the dialog hides before reading starts";
+  EXPECT_EQ(d.ui.statuses.back(), "Analysis complete.");
+  EXPECT_EQ(d.s.sBetaResult(1).rfind("BETA = ", 0), 0u) << d.s.sBetaResult(1);
+
+  // A second data set gets the next number; the ID proposal follows it.
+  d.ui.calls.clear();
+  EXPECT_EQ(ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls), "Tarvenix Setup for Data Set #2");
+  EXPECT_EQ(d.controls.sDataID, "Data Set #2");
+  EXPECT_EQ(d.controls.sDataFile, d.dataFile) << "the last data history file is proposed";
+  EXPECT_TRUE(FinishUp(d.s, d.ui, SetupMode::Add, d.controls).accepted);
+  EXPECT_EQ(d.s.iNumDataSets, 2);
+  auto second = std::find(d.ui.textLines.begin(), d.ui.textLines.end(), "Data Set #2");
+  ASSERT_NE(second, d.ui.textLines.end());
+  EXPECT_EQ(*(second - 1), "") << "an empty line separates the data sets in the results box";
+}
+
+TEST(SetupSequence, ARejectedChannelFileKeepsTheDialogOpenWithTheCountersMoved) {
+  Dialog d;
+  d.controls.bFirstLastCh = false;
+  d.controls.bChSelFile = true;
+  d.controls.sChSelFile = d.dir.Write("bad.chs", "1\r\n2\r\n2\r\n");
+  for (int press = 1; press <= 2; ++press) {
+    if (press == 1) ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls);
+    d.controls.sDataFile = d.dataFile;
+    FinishUpResult r = FinishUp(d.s, d.ui, SetupMode::Add, d.controls);
+    EXPECT_FALSE(r.accepted);
+    EXPECT_EQ(r.focus, SetupFocus::txtChSelFile);
+    EXPECT_EQ(d.s.iNumDataSets, press) << "each OK moves the counters once more";
+    EXPECT_EQ(d.s.iDataSetNum, press);
+  }
+  EXPECT_EQ(d.s.dataSetSettings(1).sDataFile, "") << "the record is saved only on success";
+}
+
+TEST(SetupSequence, EditAndReAnalyseKeepTheNumberAndOverwriteTheRecord) {
+  Dialog d;
+  ASSERT_TRUE(d.Add().accepted);
+  // Edit: the record comes back into the controls; a new ID is entered.
+  DataSetSettings controls;
+  EXPECT_EQ(ActivateSetup(d.s, d.ui, SetupMode::Edit, controls), "Tarvenix Setup for Data Set #1");
+  EXPECT_EQ(controls.sDataFile, d.dataFile);
+  EXPECT_EQ(controls.sLastCh, "10");
+  controls.sDataID = "Board 7";
+  EXPECT_TRUE(FinishUp(d.s, d.ui, SetupMode::Edit, controls).accepted);
+  EXPECT_EQ(d.s.iNumDataSets, 1);
+  EXPECT_EQ(d.s.dataSetSettings(1).sDataID, "Board 7");
+  // Re-analyse repeats the saved choices under the options in force now.
+  d.s.iNParamType() = 1;
+  DataSetSettings again;
+  ActivateSetup(d.s, d.ui, SetupMode::ReAnalyze, again);
+  EXPECT_TRUE(FinishUp(d.s, d.ui, SetupMode::ReAnalyze, again).accepted);
+  EXPECT_EQ(d.s.iNumDataSets, 1);
+  EXPECT_EQ(d.s.sNResult(1).rfind("N63 = ", 0), 0u) << d.s.sNResult(1);
+  // Cancel in edit mode leaves the previous data set current.
+  ActivateSetup(d.s, d.ui, SetupMode::Edit, again);
+  CancelSetup(d.s, d.ui);
+  EXPECT_EQ(d.s.iDataSetNum, 0);
+}
+
+TEST(SetupSequence, EditingWithFiveDataSetsLoadedWorks) {
+  Dialog d;
+  for (int i = 0; i < 5; ++i) ASSERT_TRUE(d.Add().accepted);
+  EXPECT_EQ(modTarvenix::SessionStatus(d.s.iNumDataSets), "5 data sets loaded");
+  d.s.iDataSetNum = 3;
+  DataSetSettings controls;
+  ActivateSetup(d.s, d.ui, SetupMode::Edit, controls);
+  d.ui.calls.clear();
+  EXPECT_TRUE(FinishUp(d.s, d.ui, SetupMode::Edit, controls).accepted);
+  EXPECT_TRUE(d.ui.messages.empty()) << d.ui.messages[0].text;
+  EXPECT_EQ(d.s.iNumDataSets, 5);
+}
+
+TEST(SetupSequence, ARunTimeFaultShowsTheErrorBoxAndKeepsTheDialogOpen) {
+  Dialog d;
+  ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls);
+  d.controls.sDataFile = d.dataFile;
+  d.controls.sOccurrenceLimit = "40000";
+  FinishUpResult r = FinishUp(d.s, d.ui, SetupMode::Add, d.controls);
+  EXPECT_FALSE(r.accepted);
+  EXPECT_EQ(d.ui.MessageTexts(), std::vector<std::string>{"Error in frmTarvenixSetup.FinishUp - Error #6  Overflow\r"});
+  EXPECT_EQ(d.s.iNumDataSets, 0);
+}
+
+}  // namespace
+}  // namespace tarvenix::setup

@@ -1,0 +1,220 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cli/Run.h"
+#include "support/TempDir.h"
+
+namespace tarvenix::cli {
+namespace {
+
+using test::ReadAll;
+using test::TempDir;
+
+// A data history file in which each listed channel reaches its first event at
+// the listed data cycle.
+std::string History(const std::vector<std::pair<int, std::vector<int>>>& failures) {
+  std::string text = "Vorlantic data history file\r\n";
+  for (const auto& [cycle, channels] : failures) {
+    text += "Cycle # " + std::to_string(cycle) + "\r\n001::";
+    for (int ch : channels) {
+      std::string digits = std::to_string(ch);
+      text += " " + std::string(3 - digits.size(), ' ') + digits + ":O.";
+    }
+    text += "\r\n";
+  }
+  return text;
+}
+
+// Ten of eleven channels fail at the cycles of the published rank-regression
+// example; the eleventh never fails.
+const std::string kTenOfEleven = History(
+    {{25, {1}}, {43, {2}}, {53, {3}}, {65, {4}}, {76, {5}}, {86, {6}}, {95, {7}}, {115, {8}}, {132, {9}}, {150, {10}}});
+// Only three channels fail.
+const std::string kThreeFail = History({{30, {1}}, {60, {2}}, {90, {3}}});
+// Channel 2 fails in cycle 1.
+const std::string kFirstCycle = History({{1, {2}}, {30, {1}}, {40, {3}}, {50, {4}}, {60, {5}}, {70, {6}}, {80, {7}}});
+
+struct CliRun {
+  TempDir dir;
+  std::ostringstream out, err;
+  int status = -1;
+
+  int Run(std::vector<std::string> args) {
+    status = cli::Run(args, out, err);
+    return status;
+  }
+  std::vector<std::string> OutLines() const { return Split(out.str()); }
+  std::vector<std::string> ErrLines() const { return Split(err.str()); }
+  static std::vector<std::string> Split(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    return lines;
+  }
+};
+
+std::vector<std::string> ReadingLines(const std::string& file, int set, const std::string& id,
+                                      const std::string& channels) {
+  return {"Data Set #" + std::to_string(set), "Data Set ID: " + id, "Test Data History File: " + file,
+          "Channels Selected:" + channels, "Data cycle analysis selected.", "Occurrence limit to be considered: 1"};
+}
+
+// Figures: tools/reference/weibull_reference.py, data set "eleven".
+TEST(CliRun, AnalysesEachGroupInOrderAndWritesTheReport) {
+  CliRun r;
+  const std::string one = r.dir.Write("one.txt", kTenOfEleven);
+  const std::string two = r.dir.Write("two.txt", kThreeFail);
+  const std::string report = r.dir.File("analysis.txt");
+  r.Run({"--report", report, "--data", one, "--channels", "1-11", "--id", "Lot 7", "--data", two, "--channels",
+         "1-8"});
+  EXPECT_EQ(r.status, kExitIncomplete);
+  std::vector<std::string> expected = ReadingLines(one, 1, "Lot 7", "1 to 11");
+  expected.insert(expected.end(), {"Finished reading data history file.", "Number of analyzed events = 10",
+                                   "BETA = 1.82   (90% confidence level: +/- 4.6%)",
+                                   "N50 = 80   (90% confidence range:  60 to 105)", "R-squared =  0.99", ""});
+  std::vector<std::string> second = ReadingLines(two, 2, "Data Set #2", "1 to 8");
+  expected.insert(expected.end(), second.begin(), second.end());
+  expected.insert(expected.end(), {"Finished reading data history file.", "Number of analyzed events = 3",
+                                   "Analysis requires at least 5 failed channels."});
+  EXPECT_EQ(r.OutLines(), expected);
+  EXPECT_EQ(r.ErrLines(), (std::vector<std::string>{
+                              "STATUS: Reading history data file ...", "STATUS: Working...",
+                              "STATUS: Analysis complete.", "STATUS: Reading history data file ...",
+                              "STATUS: Working...", "STATUS: Analysis did not complete successfully.",
+                              "MESSAGE: Analysis requires at least 5 failed channels."}));
+  const std::string text = ReadAll(report);
+  EXPECT_NE(text.find("\r\nData Set #1 - 'Lot 7' \r\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("\r\nData Set #2 - 'Data Set #2' \r\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("\r\nN50 = 80   (90% confidence range:  60 to 105)\r\n"), std::string::npos);
+}
+
+TEST(CliRun, GlobalOptionsChooseTheFiguresAndEveryDataSetCompletes) {
+  CliRun r;
+  const std::string one = r.dir.Write("one.txt", kTenOfEleven);
+  r.Run({"--n63", "--confidence", "95", "--data", one, "--channels", "1-11", "--data", one, "--channels=1-11"});
+  EXPECT_EQ(r.status, kExitComplete);
+  const std::vector<std::string> lines = r.OutLines();
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "N63 = 98   (95% confidence range:  70 to 136)"), 2);
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "BETA = 1.82   (95% confidence level: +/- 5.6%)"), 2);
+}
+
+TEST(CliRun, ARefusedEntryStopsTheRunAsCancelWouldAndTheReportCoversWhatWasLoaded) {
+  CliRun r;
+  const std::string one = r.dir.Write("one.txt", kTenOfEleven);
+  const std::string report = r.dir.File("analysis.txt");
+  r.Run({"--report", report, "--data", one, "--channels", "1-11", "--data", one, "--channels", "9-3", "--data", one,
+         "--channels", "1-11"});
+  EXPECT_EQ(r.status, kExitIncomplete);
+  const std::vector<std::string> err = r.ErrLines();
+  ASSERT_GE(err.size(), 2u);
+  EXPECT_EQ(std::vector<std::string>(err.end() - 2, err.end()),
+            (std::vector<std::string>{"MESSAGE: The first channel number may not be greater than or",
+                                      "equal to the last channel."}));
+  const std::string text = ReadAll(report);
+  EXPECT_NE(text.find("Data Set #1 "), std::string::npos);
+  EXPECT_EQ(text.find("Data Set #2"), std::string::npos) << "the third group never ran";
+}
+
+TEST(CliRun, EntriesTheDialogWouldRefuse) {
+  struct Case {
+    std::vector<std::string> options;
+    std::vector<std::string> errTail;
+  } cases[] = {
+      {{}, {"MESSAGE: The entry for first channel is invalid."}},
+      {{"--channels", "12"}, {"MESSAGE: The entry for last channel is invalid."}},
+      {{"--channels", "1-4"}, {"MESSAGE: 5 or more channels are required."}},
+      {{"--channels", "1-11", "--limit", "0"}, {"MESSAGE: The Occurrence Limit may not be 0."}},
+      {{"--channels", "1-11", "--limit", "70000"}, {"MESSAGE: Error in frmTarvenixSetup.FinishUp - Error #6  Overflow", ""}},
+      {{"--chsel", "missing.chs"}, {"MESSAGE: The specified channel selection file could not be found."}},
+      {{"--channels", "1-11", "--ipc"},
+       {"tarvenix-cli: the IPC/JEDEC occurrence limit (--ipc) is not available in this version."}},
+  };
+  for (const Case& c : cases) {
+    CliRun r;
+    std::vector<std::string> args = {"--data", r.dir.Write("one.txt", kTenOfEleven)};
+    args.insert(args.end(), c.options.begin(), c.options.end());
+    r.Run(args);
+    EXPECT_EQ(r.status, kExitIncomplete) << testing::PrintToString(c.options);
+    EXPECT_EQ(r.ErrLines(), c.errTail) << testing::PrintToString(c.options);
+    EXPECT_EQ(r.out.str(), "");
+  }
+}
+
+TEST(CliRun, TheFirstCycleAnswerComesFromTheCommandLine) {
+  struct Case {
+    const char* answer;
+    int status;
+    const char* lastLineStart;
+  } cases[] = {
+      {"yes", kExitComplete, "R-squared = "},
+      {"no", kExitIncomplete, "User has chosen not to ignore first data-cycle events. Analysis stopped."},
+  };
+  for (const Case& c : cases) {
+    CliRun r;
+    const std::string file = r.dir.Write("first.txt", kFirstCycle);
+    r.Run({"--ignore-first-cycles", c.answer, "--data", file, "--channels", "1-10"});
+    EXPECT_EQ(r.status, c.status) << c.answer;
+    const std::vector<std::string> lines = r.OutLines();
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ(lines.back().rfind(c.lastLineStart, 0), 0u) << c.answer << ": " << lines.back();
+    EXPECT_NE(std::find(lines.begin(), lines.end(), "First data-cycle events found."), lines.end());
+  }
+}
+
+TEST(CliRun, DebugModeSendsTheTraceToStandardError) {
+  CliRun r;
+  const std::string one = r.dir.Write("one.txt", kTenOfEleven);
+  r.Run({"--debug", "--data", one, "--channels", "1-11"});
+  const std::vector<std::string> err = r.ErrLines();
+  EXPECT_NE(std::find(err.begin(), err.end(), "Analysis of group data size of 11 channels."), err.end());
+  EXPECT_NE(std::find(err.begin(), err.end(), "Event #1 recorded on Ch # 1 @ Data cycle #25"), err.end());
+  EXPECT_EQ(r.status, kExitComplete);
+}
+
+TEST(CliRun, UsageErrorsRunNothingAndWriteNothing) {
+  CliRun r;
+  const std::string report = r.dir.File("analysis.txt");
+  r.Run({"--report", report, "--data", r.dir.Write("one.txt", kTenOfEleven), "--channels", "1-11", "--colour"});
+  EXPECT_EQ(r.status, kExitUsage);
+  EXPECT_EQ(r.out.str(), "");
+  EXPECT_EQ(r.err.str(),
+            "tarvenix-cli: unknown option '--colour'\nTry 'tarvenix-cli --help' for more information.\n");
+  EXPECT_FALSE(std::filesystem::exists(report));
+}
+
+TEST(CliRun, AReportThatCannotBeWrittenFailsTheRun) {
+  CliRun r;
+  r.Run({"--report", r.dir.File("no folder/analysis.txt"), "--data", r.dir.Write("one.txt", kTenOfEleven),
+         "--channels", "1-11"});
+  EXPECT_EQ(r.status, kExitIncomplete);
+  const std::vector<std::string> err = r.ErrLines();
+  EXPECT_EQ(std::vector<std::string>(err.end() - 2, err.end()),
+            (std::vector<std::string>{"MESSAGE: Error in modTarvenix.SaveRawData - Error #76  Path not found", ""}));
+}
+
+TEST(CliRun, APlotCannotBeWrittenYet) {
+  CliRun r;
+  const std::string plot = r.dir.File("weibull.png");
+  r.Run({"--plot", plot, "--data", r.dir.Write("one.txt", kTenOfEleven), "--channels", "1-11"});
+  EXPECT_EQ(r.status, kExitIncomplete);
+  EXPECT_EQ(r.ErrLines().back(),
+            "tarvenix-cli: plotting is not available in this version; no plot written to " + plot);
+}
+
+TEST(CliRun, HelpAndVersion) {
+  CliRun help;
+  EXPECT_EQ(help.Run({"--help"}), kExitComplete);
+  EXPECT_EQ(help.out.str().rfind("Usage: tarvenix-cli [global options] --data FILE", 0), 0u);
+  CliRun version;
+  EXPECT_EQ(version.Run({"--version"}), kExitComplete);
+  EXPECT_EQ(version.out.str().rfind("tarvenix-cli ", 0), 0u);
+}
+
+}  // namespace
+}  // namespace tarvenix::cli

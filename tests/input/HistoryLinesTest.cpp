@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "analysis/Basic.h"
+#include "analysis/RuntimeError.h"
+#include "input/HistoryLines.h"
+#include "support/ErrorNumber.h"
+
+namespace tarvenix::input {
+namespace {
+
+struct Walk {
+  std::vector<int16_t> channels;  // first sightings, in walking order
+  int error = 0;
+  bool decoded = false;
+  int16_t last = 0;
+};
+
+// The rule as the logger's manual states it: from the last character back to
+// the first, at each "." the three characters five to three places before it,
+// with a "1" in front when the first is "0"; a channel outside the table, or a
+// "." too near the start, stops the walk.
+Walk WalkBackwards(const std::string& line) {
+  Walk walk;
+  for (std::size_t p = line.size(); p >= 1; --p) {
+    if (line[p - 1] != '.') continue;
+    if (p <= 5) {
+      walk.error = err::kInvalidCall;
+      return walk;
+    }
+    std::string field = line.substr(p - 6, 3);
+    if (field[0] == '0') field = "1" + field;
+    int16_t channel = 0;
+    try {
+      channel = basic::CInt(basic::Val(field));
+    } catch (const RuntimeError& e) {
+      walk.error = e.Number();
+      return walk;
+    }
+    if (channel < 0 || channel > 1024) {
+      walk.error = err::kSubscript;
+      return walk;
+    }
+    walk.decoded = true;
+    walk.last = channel;
+    if (std::find(walk.channels.begin(), walk.channels.end(), channel) == walk.channels.end())
+      walk.channels.push_back(channel);
+  }
+  return walk;
+}
+
+TEST(EntryScanner, SeesWhatTheBackwardsWalkSeesInAnyPieces) {
+  const std::string fixed[] = {
+      "001::   5:O.  17:O. 024:O. 000:O.",
+      "001::   5:O.   5:O.   7:O.",
+      "001::  9E9:O.   5:O.",
+      "001:: 099:O.   5:O.",
+      "1. ::   5:O.",
+      "     .  12:O.  13:O.",
+      "001::   8ab.  9xy.",
+      "001:: 1.5:O. &H1:O.",
+      "",
+      "no entries here",
+  };
+  std::vector<std::string> lines(std::begin(fixed), std::end(fixed));
+  uint32_t state = 7;
+  auto next = [&] { return state = state * 1664525u + 1013904223u; };
+  const char alphabet[] = {' ', ' ', '.', '.', '0', '1', '2', '5', '9', 'x', ':', 'E'};
+  for (int i = 0; i < 300; ++i) {
+    std::string line;
+    const std::size_t length = next() % 60;
+    for (std::size_t k = 0; k < length; ++k) line.push_back(alphabet[(next() >> 16) % sizeof alphabet]);
+    lines.push_back(line);
+  }
+
+  EntryScanner scanner;
+  for (const std::string& line : lines) {
+    const Walk walk = WalkBackwards(line);
+    for (std::size_t pieceSize : {1u, 2u, 5u, 7u, 1000u}) {
+      scanner.Begin();
+      for (std::size_t at = 0; at < line.size(); at += pieceSize)
+        scanner.Feed(std::string_view(line).substr(at, pieceSize));
+      scanner.End();
+      EXPECT_EQ(scanner.Error(), walk.error) << '"' << line << "\" in pieces of " << pieceSize;
+      EXPECT_EQ(scanner.Channels(), walk.channels) << '"' << line << "\" in pieces of " << pieceSize;
+      if (walk.error == 0) {
+        EXPECT_EQ(scanner.HasDecoded(), walk.decoded) << line;
+        if (walk.decoded) {
+          EXPECT_EQ(scanner.LastDecoded(), walk.last) << line;
+        }
+      }
+    }
+  }
+}
+
+TEST(HistoryLines, FieldValuesAreValsValues) {
+  const char* fields[] = {"12",   " 12",    "12 34", "1.5", "-3",  "",    "abc",     "007",
+                          "12e2", "12d",    "5x",    "\t5", "7 ", "1 .5", "&H1F",  "123456789012345678",
+                          "  ",   "999999", ".5"};
+  for (const char* f : fields) EXPECT_EQ(FieldValue(f), basic::Val(f)) << '"' << f << '"';
+}
+
+TEST(HistoryLines, KindsAndNumbersAtTheirPositions) {
+  struct Case {
+    const char* line;
+    HistoryLineKind kind;
+  } cases[] = {
+      {"Cycle # 12", HistoryLineKind::DataCycle}, {"Cycle #", HistoryLineKind::DataCycle},
+      {"Cycle ", HistoryLineKind::Other},         {"CYCLE # 1", HistoryLineKind::Other},
+      {"001::", HistoryLineKind::Event},          {"01::", HistoryLineKind::Other},
+      {"    T =", HistoryLineKind::TempCycle},    {"    M =  2.5", HistoryLineKind::MechCycle},
+      {"   T =", HistoryLineKind::Other},         {"", HistoryLineKind::Other},
+  };
+  for (const Case& c : cases) EXPECT_EQ(ClassifyHistoryLine(c.line), c.kind) << c.line;
+
+  EXPECT_EQ(DataCycleOf("Cycle #"), 0);
+  EXPECT_EQ(DataCycleOf("Cycle # 2147483647"), 2147483647);
+  EXPECT_EQ(test::ErrorNumberOf([] { DataCycleOf("Cycle # 2147483648"); }), err::kOverflow);
+  EXPECT_EQ(TempCycleOf("    T ="), 1) << "nothing at position 34 is 0, plus 0.6";
+  EXPECT_EQ(MechCycleOf("    M ="), 0);
+  EXPECT_TRUE(IsContinuationLine("     ."));
+  EXPECT_FALSE(IsContinuationLine("    ."));
+}
+
+}  // namespace
+}  // namespace tarvenix::input

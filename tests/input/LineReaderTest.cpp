@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "input/LineReader.h"
+#include "support/ErrorNumber.h"
+#include "support/TempDir.h"
+
+namespace tarvenix::input {
+namespace {
+
+using test::TempDir;
+
+// What the reader must give: CR LF, LF and a lone CR each end a line; a last
+// line without an end still counts.
+std::vector<std::string> ReferenceLines(const std::string& bytes) {
+  std::vector<std::string> lines;
+  std::string line;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const char c = bytes[i];
+    if (c == '\r' || c == '\n') {
+      lines.push_back(line);
+      line.clear();
+      if (c == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') ++i;
+    } else {
+      line.push_back(c);
+    }
+  }
+  if (!line.empty()) lines.push_back(line);
+  return lines;
+}
+
+// Every line, its head and pieces put together, through a reader with `bufferSize`.
+std::vector<std::string> ReadLines(const std::string& path, std::size_t bufferSize) {
+  LineReader reader(bufferSize);
+  reader.Open(path);
+  std::vector<std::string> lines;
+  std::string_view head, piece;
+  bool complete = false;
+  while (reader.NextLine(head, complete)) {
+    EXPECT_LE(head.size(), bufferSize);
+    std::string line(head);
+    if (!complete)
+      while (reader.NextPiece(piece)) line.append(piece);
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+TEST(LineReader, EveryKindOfLineEndAndAnyBytes) {
+  const std::string cases[] = {
+      "",
+      "\r\n",
+      "a\r\nb\r\n",
+      "a\nb",
+      "a\rb\r",
+      "a\r\n\r\nb",
+      "a\n\rb",
+      std::string("a\0b\nc\0", 6),
+      "\xff\xfe\x80 text\r\n",
+      std::string(40, 'x') + "\r\n" + std::string(15, 'y') + "\r\n" + std::string(16, 'z'),
+  };
+  TempDir dir;
+  for (const std::string& bytes : cases) {
+    std::string path = dir.Write("f.txt", bytes);
+    for (std::size_t size : {16u, 17u, 23u, 1u << 20})
+      EXPECT_EQ(ReadLines(path, size), ReferenceLines(bytes)) << "buffer " << size << ": " << bytes;
+  }
+}
+
+TEST(LineReader, RandomTextAcrossBlockBoundaries) {
+  TempDir dir;
+  uint32_t state = 12345;
+  auto next = [&] { return state = state * 1103515245u + 12345u; };
+  const char alphabet[] = {'a', 'b', '\r', '\n', '\0', ' '};
+  for (int round = 0; round < 40; ++round) {
+    std::string bytes;
+    const std::size_t length = next() % 300;
+    for (std::size_t i = 0; i < length; ++i) bytes.push_back(alphabet[(next() >> 16) % sizeof alphabet]);
+    // Long runs without a line end, so lines outgrow the buffer.
+    if (round % 3 == 0) bytes.insert(next() % (bytes.size() + 1), std::string(next() % 90, 'q'));
+    std::string path = dir.Write("r.txt", bytes);
+    for (std::size_t size = 16; size <= 40; size += 3) EXPECT_EQ(ReadLines(path, size), ReferenceLines(bytes));
+  }
+}
+
+TEST(LineReader, TheRestOfALongLineIsSkippedWhenNotAskedFor) {
+  TempDir dir;
+  std::string path = dir.Write("long.txt", std::string(100, 'x') + "\r\nnext\r\n");
+  LineReader reader(16);
+  reader.Open(path);
+  std::string_view head;
+  bool complete = true;
+  ASSERT_TRUE(reader.NextLine(head, complete));
+  EXPECT_FALSE(complete);
+  EXPECT_EQ(head, std::string(16, 'x'));
+  ASSERT_TRUE(reader.NextLine(head, complete));
+  EXPECT_TRUE(complete);
+  EXPECT_EQ(head, "next");
+  EXPECT_FALSE(reader.NextLine(head, complete));
+}
+
+TEST(LineReader, OpeningFailsWithTheClassicErrors) {
+  TempDir dir;
+  LineReader reader;
+  EXPECT_EQ(test::ErrorNumberOf([&] { reader.Open(dir.File("missing.txt")); }), 53);
+  EXPECT_EQ(test::ErrorNumberOf([&] { reader.Open(dir.Path()); }), 75);
+  EXPECT_EQ(test::ErrorNumberOf([&] { reader.Open(dir.File("no/such/folder.txt")); }), 76);
+  EXPECT_EQ(test::ErrorNumberOf([&] { reader.Open(""); }), 52);
+}
+
+}  // namespace
+}  // namespace tarvenix::input

@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "HistoryText.h"
+#include "input/DataHistory.h"
+#include "ReadingTest.h"
+
+namespace tarvenix::test {
+namespace {
+
+using V = std::vector<int32_t>;
+
+std::string ErrorBox(int number, const char* description) {
+  return "Error in modTarvenix.ProcessData - Error #" + std::to_string(number) + "  " + description + "\r";
+}
+
+// Every entry of channels 1..1024 on one event line.
+std::vector<int> AllChannels() {
+  std::vector<int> channels;
+  for (int ch = 1; ch <= 1024; ++ch) channels.push_back(ch);
+  return channels;
+}
+
+TEST(ReaderFaults, BadFilesEndTheRunWithTheErrorBox) {
+  struct Case {
+    const char* what;
+    std::string content;
+    int16_t first;
+    std::string box;
+  } cases[] = {
+      {"a \".\" in positions 1 to 5", Lines({DataCycleLine(3), "1. ::   5:O."}), 1,
+       ErrorBox(5, "Invalid procedure call or argument")},
+      {"a continuation line with a \".\" in position 3", Lines({DataCycleLine(3), EventLine(1, {4}), "  .  ."}), 1,
+       ErrorBox(5, "Invalid procedure call or argument")},
+      {"an entry beyond channel 1024", Lines({DataCycleLine(3), "001:: 099:O."}), 1,
+       ErrorBox(9, "Subscript out of range")},
+      {"an entry beyond 16 bits", Lines({DataCycleLine(3), "001:: 9E9:O."}), 1, ErrorBox(6, "Overflow")},
+      {"a data cycle beyond 32 bits", Lines({DataCycleLine(3000000000LL)}), 1, ErrorBox(6, "Overflow")},
+      {"the 1025th event", Lines({DataCycleLine(3), EventLine(1, AllChannels()) + "    :O."}), 0,
+       ErrorBox(9, "Subscript out of range")},
+  };
+  for (const Case& c : cases) {
+    Reading r;
+    r.s.bDebug = true;
+    r.Setup(c.content, c.first, 1024, 1, true);
+    r.Read();
+    EXPECT_EQ(r.iErr, 1) << c.what;
+    EXPECT_EQ(r.ui.MessageTexts(), std::vector<std::string>{c.box}) << c.what;
+  }
+}
+
+TEST(ReaderFaults, AFileThatCannotBeOpenedIsNamedByItsError) {
+  struct Case {
+    const char* what;
+    std::string path;
+    std::string box;
+  } cases[] = {
+      {"a missing file", "missing.txt", ErrorBox(53, "File not found")},
+      {"a folder", "", ErrorBox(75, "Path/File access error")},
+      {"a missing folder", "gone/run.txt", ErrorBox(76, "Path not found")},
+  };
+  for (const Case& c : cases) {
+    Reading r;
+    r.Setup("", 1, 10, 1, true);
+    r.s.sDataFiles(1) = r.dir.File(c.path);
+    r.Read();
+    EXPECT_EQ(r.iErr, 1) << c.what;
+    EXPECT_EQ(r.ui.MessageTexts(), std::vector<std::string>{c.box}) << c.what;
+    EXPECT_EQ(r.ui.statuses, std::vector<std::string>{"Reading history data file ..."}) << c.what;
+  }
+}
+
+TEST(ReaderFaults, AFileWithoutReadPermission) {
+  Reading r;
+  r.Setup(Lines({DataCycleLine(3), EventLine(1, {1, 2, 3, 4, 5})}), 1, 10, 1, true);
+  OpenForEveryone(r.dir.Path());
+  std::filesystem::permissions(r.dataFile, std::filesystem::perms::none);
+  std::string shown = AsUnprivilegedUser([&] {
+    r.Read();
+    return r.ui.MessageTexts().empty() ? std::string("no message") : r.ui.MessageTexts().back();
+  });
+  EXPECT_EQ(shown, ErrorBox(75, "Path/File access error"));
+}
+
+// Takes the file away while the user is told the second pass is under way.
+class VanishingFileUi : public RecordingUi {
+ public:
+  std::string file;
+  void UpdateStatus(const std::string& sMsg) override {
+    if (sMsg == "Working...") std::filesystem::remove(file);
+    RecordingUi::UpdateStatus(sMsg);
+  }
+};
+
+TEST(ReaderFaults, AFileThatVanishesBetweenThePasses) {
+  TempDir dir;
+  Session s;
+  VanishingFileUi ui;
+  s.iDataSetNum = 1;
+  s.bSoundStatus = false;
+  ui.file = dir.Write("run.txt", Lines({DataCycleLine(3), EventLine(1, {1, 2, 3, 4, 5})}));
+  s.sDataFiles(1) = ui.file;
+  s.bDataCycles = s.bNumOccurrences = true;
+  s.iOccurrenceLimits(1) = 1;
+  s.iGroupSize(1) = 10;
+  for (int ch = 1; ch <= 10; ++ch) s.iChSelected(ch) = 1;
+  int16_t iErr = 0;
+  modTarvenix::ProcessData(s, ui, iErr);
+  EXPECT_EQ(iErr, 1);
+  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{ErrorBox(53, "File not found")});
+}
+
+TEST(ReaderFaults, TextIsReadWhateverItsLineEndsAndBytes) {
+  const std::vector<std::string> lines = {"Vorlantic", DataCycleLine(4), EventLine(1, {1, 2}), TempLine("4.0"),
+                                          DataCycleLine(6), EventLine(1, {3, 4, 5}), TempLine("6.0")};
+  struct Case {
+    const char* what;
+    std::string content;
+  } cases[] = {
+      {"CR LF", Lines(lines)},
+      {"LF", Lines(lines, "\n")},
+      {"CR", Lines(lines, "\r")},
+      {"mixed, no end on the last line", Lines({lines[0], lines[1], lines[2]}, "\n") + Lines({lines[3], lines[4]}, "\r") +
+                                             Lines({lines[5]}) + lines[6]},
+      {"NUL bytes and bytes above 127",
+       Lines({std::string("\0\0\0\xff\xfe", 5), lines[1], std::string("001::   1\0\0.   2\x80\x81.", 19), lines[3],
+              lines[4], lines[5], lines[6]})},
+      {"blank lines between", Lines({"", lines[1], lines[2], "", lines[3], "", lines[4], lines[5], lines[6], ""})},
+  };
+  for (const Case& c : cases) {
+    for (bool dataCycles : {true, false}) {
+      Reading r;
+      r.Setup(c.content, 1, 10, 1, dataCycles);
+      r.Read();
+      EXPECT_EQ(r.iErr, 0) << c.what;
+      EXPECT_EQ(r.Cycles(), dataCycles ? (V{4, 4, 6, 6, 6}) : (V{5, 5, 7, 7, 7})) << c.what;
+      EXPECT_TRUE(r.ui.messages.empty()) << c.what;
+    }
+  }
+}
+
+TEST(ReaderFaults, AHundredMegabyteLineIsReadThrough) {
+  Reading r;
+  {
+    // Written in pieces: the test need not hold the line either.
+    std::ofstream out(r.dir.File("huge.txt"), std::ios::binary);
+    out << std::string(2u << 20, 'x') << "\r\n" << DataCycleLine(7) << "\r\n001::";
+    std::string block;
+    while (block.size() < (1u << 20)) block += "  99:O.";
+    for (int i = 0; i < 100; ++i) out << block;
+    out << "   1:O.   2:O.   3:O.   4:O.   5:O.\r\n" << Lines({DataCycleLine(8), EventLine(1, {6})});
+  }
+  r.s.bDebug = true;
+  r.SetupWithRange(r.dir.File("huge.txt"), 1, 1024, 1, true);
+  r.Read();
+  EXPECT_EQ(r.iErr, 0);
+  EXPECT_EQ(r.Cycles(), (V{7, 7, 7, 7, 7, 7, 8}));
+  EXPECT_EQ(r.ui.debugLines[1], "Event #1 recorded on Ch # 5 @ Data cycle #7") << "read from the line's end";
+  EXPECT_EQ(r.ui.debugLines[6], "Event #6 recorded on Ch # 99 @ Data cycle #7");
+}
+
+TEST(ReaderFaults, ABinaryFileEndsWithAMessage) {
+  std::string bytes(1u << 20, '\0');
+  uint32_t state = 99;
+  for (char& b : bytes) b = static_cast<char>((state = state * 1103515245u + 12345u) >> 24);
+  Reading r;
+  r.Setup(bytes, 1, 1024, 1, true);
+  r.Read();
+  EXPECT_EQ(r.iErr, 1);
+  EXPECT_EQ(r.ui.messages.size(), 1u);
+}
+
+}  // namespace
+}  // namespace tarvenix::test
