@@ -18,6 +18,7 @@
 #include "app/Dialogs.h"
 #include "app/FormUtils.h"
 #include "app/GuiUiPort.h"
+#include "app/SetupSequence.h"
 #include "app/UpDown.h"
 #include "app/frmTarvenixData.h"
 
@@ -221,25 +222,20 @@ void frmTarvenixSetup::ShowModal(bool addMode, bool reAnalyzeMode) {
 
 void frmTarvenixSetup::Activate() {
   setResult(QDialog::Rejected);
-  modUtils::Trapped(app_.session, app_.ui, "frmTarvenixSetup.frmActivate", [&] {
-    Session& s = app_.session;
-    lblDebug_->setVisible(static_cast<bool>(s.bDebug));
-    if (addMode_) s.iDataSetNum = basic::CInt(s.iDataSetNum + 1.0);
-    const std::string number = std::to_string(s.iDataSetNum);
-    setWindowTitle(ToQt("Tarvenix Setup for Data Set #" + number));
-    MaskEdBoxDataID_->setText(ToQt("Data Set #" + number));
-    btnDataCycles_->setChecked(true);
-    btnNumOccurrences_->setChecked(true);
-    s.bIgnoreFirstCycles = false;
-    if (!s.sDataFile.empty()) txtDataFile_->setText(ToQt(s.sDataFile));
-    txtDataFile_->setFocus();
-    if (!addMode_) RestoreFormSettings();
-    // The carets at the ends, so the file names show their last parts.
-    txtDataFile_->setCursorPosition(static_cast<int>(txtDataFile_->text().size()));
-    txtChSelFile_->setCursorPosition(static_cast<int>(txtChSelFile_->text().size()));
-  });
+  Session& s = app_.session;
+  lblDebug_->setVisible(static_cast<bool>(s.bDebug));
+  DataSetSettings controls = ControlValues();
+  const std::string caption = setup::ActivateSetup(s, app_.ui, Mode(), controls);
+  if (!caption.empty()) setWindowTitle(ToQt(caption));
+  SetControlValues(controls);
+  txtDataFile_->setFocus();
+  // The carets at the ends, so the file names show their last parts.
+  txtDataFile_->setCursorPosition(static_cast<int>(txtDataFile_->text().size()));
+  txtChSelFile_->setCursorPosition(static_cast<int>(txtChSelFile_->text().size()));
   if (reAnalyzeMode_) FinishUp();
 }
+
+setup::SetupMode frmTarvenixSetup::Mode() const { return setup::ModeOf(addMode_, reAnalyzeMode_); }
 
 DataSetSettings frmTarvenixSetup::ControlValues() const {
   DataSetSettings r;
@@ -289,17 +285,16 @@ void frmTarvenixSetup::FocusControl(const std::string& objectName) {
 }
 
 bool frmTarvenixSetup::FinishUp() {
-  bool done = false;
-  modUtils::Trapped(app_.session, app_.ui, "frmTarvenixSetup.FinishUp", [&] {
-    modUtils::ShowMessage(app_.session, app_.ui, modUtils::kMsgNotice, "",
-                          "Reading and analysing data sets is not available in this build yet.");
-  });
-  return done;
+  // The dialog is hidden before the file is read, so the results appear over
+  // the main window.
+  setup::FinishUpResult result =
+      setup::FinishUp(app_.session, app_.ui, Mode(), ControlValues(), [this] { accept(); });
+  if (!result.accepted) FocusControl(setup::FocusObjectName(result.focus));
+  return result.accepted;
 }
 
 void frmTarvenixSetup::Cancel() {
-  Session& s = app_.session;
-  modUtils::Trapped(s, app_.ui, "frmTarvenixSetup.cmdBtnCancel", [&] { s.iDataSetNum = basic::CInt(s.iDataSetNum - 1.0); });
+  setup::CancelSetup(app_.session, app_.ui);
   QDialog::reject();
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "app/Session.h"
+#include "app/SetupSequence.h"
 
 class QGroupBox;
 class QLabel;
@@ -67,6 +68,7 @@ class frmTarvenixSetup : public QDialog {
   void BrowseChSelFile();
   void CreateChSelFile();
   void FocusControl(const std::string& objectName);
+  setup::SetupMode Mode() const;
 
   App& app_;
   bool addMode_ = false;
