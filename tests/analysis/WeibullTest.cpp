@@ -210,12 +210,6 @@ TEST(StudentT, SwitchesAtTenTwentyThirtySixtyAndOneHundredTwenty) {
   }
 }
 
-TEST(NConversions, UseLn2AsHeld) {
-  EXPECT_DOUBLE_EQ(N63ToN50(1000, 2.0f), 1000 * std::pow(0.69314718, 0.5));
-  EXPECT_DOUBLE_EQ(N50ToN63(1000, 2.0f), 1000 / std::pow(0.69314718, 0.5));
-  EXPECT_LT(N63ToN50(500, 1.5f), 500);
-}
-
 TEST(AnalyzeData, StoresSinglePrecisionResultsAndTheLabel) {
   Session s;
   RecordingUi ui;

@@ -8,32 +8,20 @@
 
 #include "app/Session.h"
 #include "app/SetupSequence.h"
+#include "support/FailureHistory.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 
 namespace tarvenix::setup {
 namespace {
 
+using test::FailureHistory;
 using test::RecordingUi;
 using test::TempDir;
 
-// A data history file in which each listed channel reaches its first event at
-// the listed data cycle.
-std::string History(const std::vector<std::pair<int, std::vector<int>>>& failures) {
-  std::string text = "Vorlantic data history file\r\n";
-  for (const auto& [cycle, channels] : failures) {
-    text += "Cycle # " + std::to_string(cycle) + "\r\n001::";
-    for (int ch : channels) {
-      std::string digits = std::to_string(ch);
-      text += " " + std::string(3 - digits.size(), ' ') + digits + ":O.";
-    }
-    text += "\r\n";
-  }
-  return text;
-}
-
 // Ten channels; eight fail.
-const std::string kEightOfTen = History({{40, {3}}, {75, {1, 7}}, {90, {2}}, {120, {9}}, {160, {4, 5}}, {210, {8}}});
+const std::string kEightOfTen =
+    FailureHistory({{40, {3}}, {75, {1, 7}}, {90, {2}}, {120, {9}}, {160, {4, 5}}, {210, {8}}});
 
 struct Dialog {
   Session s;

@@ -8,37 +8,22 @@
 #include <vector>
 
 #include "cli/Run.h"
+#include "support/FailureHistory.h"
 #include "support/TempDir.h"
 
 namespace tarvenix::cli {
 namespace {
 
+using test::FailureHistory;
 using test::ReadAll;
 using test::TempDir;
 
-// A data history file in which each listed channel reaches its first event at
-// the listed data cycle.
-std::string History(const std::vector<std::pair<int, std::vector<int>>>& failures) {
-  std::string text = "Vorlantic data history file\r\n";
-  for (const auto& [cycle, channels] : failures) {
-    text += "Cycle # " + std::to_string(cycle) + "\r\n001::";
-    for (int ch : channels) {
-      std::string digits = std::to_string(ch);
-      text += " " + std::string(3 - digits.size(), ' ') + digits + ":O.";
-    }
-    text += "\r\n";
-  }
-  return text;
-}
-
 // Ten of eleven channels fail at the cycles of the published rank-regression
 // example; the eleventh never fails.
-const std::string kTenOfEleven = History(
+const std::string kTenOfEleven = FailureHistory(
     {{25, {1}}, {43, {2}}, {53, {3}}, {65, {4}}, {76, {5}}, {86, {6}}, {95, {7}}, {115, {8}}, {132, {9}}, {150, {10}}});
 // Only three channels fail.
-const std::string kThreeFail = History({{30, {1}}, {60, {2}}, {90, {3}}});
-// Channel 2 fails in cycle 1.
-const std::string kFirstCycle = History({{1, {2}}, {30, {1}}, {40, {3}}, {50, {4}}, {60, {5}}, {70, {6}}, {80, {7}}});
+const std::string kThreeFail = FailureHistory({{30, {1}}, {60, {2}}, {90, {3}}});
 
 struct CliRun {
   TempDir dir;
@@ -128,10 +113,9 @@ TEST(CliRun, EntriesTheDialogWouldRefuse) {
   } cases[] = {
       {{}, {"MESSAGE: The entry for first channel is invalid."}},
       {{"--channels", "12"}, {"MESSAGE: The entry for last channel is invalid."}},
-      {{"--channels", "1-4"}, {"MESSAGE: 5 or more channels are required."}},
-      {{"--channels", "1-11", "--limit", "0"}, {"MESSAGE: The Occurrence Limit may not be 0."}},
       {{"--channels", "1-11", "--limit", "70000"}, {"MESSAGE: Error in frmTarvenixSetup.FinishUp - Error #6  Overflow", ""}},
-      {{"--chsel", "missing.chs"}, {"MESSAGE: The specified channel selection file could not be found."}},
+      {{"--channels", "1-11", "--chsel", "missing.chs"},
+       {"MESSAGE: The specified channel selection file could not be found."}},
       {{"--channels", "1-11", "--ipc"},
        {"tarvenix-cli: the IPC/JEDEC occurrence limit (--ipc) is not available in this version."}},
   };
@@ -143,27 +127,6 @@ TEST(CliRun, EntriesTheDialogWouldRefuse) {
     EXPECT_EQ(r.status, kExitIncomplete) << testing::PrintToString(c.options);
     EXPECT_EQ(r.ErrLines(), c.errTail) << testing::PrintToString(c.options);
     EXPECT_EQ(r.out.str(), "");
-  }
-}
-
-TEST(CliRun, TheFirstCycleAnswerComesFromTheCommandLine) {
-  struct Case {
-    const char* answer;
-    int status;
-    const char* lastLineStart;
-  } cases[] = {
-      {"yes", kExitComplete, "R-squared = "},
-      {"no", kExitIncomplete, "User has chosen not to ignore first data-cycle events. Analysis stopped."},
-  };
-  for (const Case& c : cases) {
-    CliRun r;
-    const std::string file = r.dir.Write("first.txt", kFirstCycle);
-    r.Run({"--ignore-first-cycles", c.answer, "--data", file, "--channels", "1-10"});
-    EXPECT_EQ(r.status, c.status) << c.answer;
-    const std::vector<std::string> lines = r.OutLines();
-    ASSERT_FALSE(lines.empty());
-    EXPECT_EQ(lines.back().rfind(c.lastLineStart, 0), 0u) << c.answer << ": " << lines.back();
-    EXPECT_NE(std::find(lines.begin(), lines.end(), "First data-cycle events found."), lines.end());
   }
 }
 
@@ -205,15 +168,6 @@ TEST(CliRun, APlotCannotBeWrittenYet) {
   EXPECT_EQ(r.status, kExitIncomplete);
   EXPECT_EQ(r.ErrLines().back(),
             "tarvenix-cli: plotting is not available in this version; no plot written to " + plot);
-}
-
-TEST(CliRun, HelpAndVersion) {
-  CliRun help;
-  EXPECT_EQ(help.Run({"--help"}), kExitComplete);
-  EXPECT_EQ(help.out.str().rfind("Usage: tarvenix-cli [global options] --data FILE", 0), 0u);
-  CliRun version;
-  EXPECT_EQ(version.Run({"--version"}), kExitComplete);
-  EXPECT_EQ(version.out.str().rfind("tarvenix-cli ", 0), 0u);
 }
 
 }  // namespace
