@@ -200,7 +200,8 @@ std::string UsageText() {
          "  --chsel FILE             a channel selection file (chosen over --channels)\n"
          "  --cycles data|temp       count data cycles (default) or temperature/mechanical cycles\n"
          "  --limit N                a channel fails at its N-th event (default 1)\n"
-         "  --ipc                    use the IPC/JEDEC occurrence limit instead\n"
+         "  --ipc                    use the IPC/JEDEC occurrence limit instead\n" +
+         std::string(kIpcRuleAvailable ? "" : "                           (not available in this version)\n") +
          "\n"
          "Options take their value as the next argument or after \"=\" (--limit=3).\n"
          "\n"

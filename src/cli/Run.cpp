@@ -10,10 +10,6 @@
 namespace tarvenix::cli {
 namespace {
 
-// The IPC/JEDEC occurrence rule is not implemented yet; a data set that asks for
-// it stops the run with a clear word instead of reporting no failures.
-constexpr bool kIpcRuleAvailable = false;
-
 void ApplyGlobalOptions(const Options& o, Session& s) {
   s.iMinFailures = 5;
   s.bSoundStatus = false;
