@@ -89,7 +89,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     modTarvenix::SaveRawData(s, ui, *o.reportFile, iErr);
     if (iErr != 0) ok = false;
   }
-  if (!WritePlot(s, o.plot, err)) ok = false;
+  if (!WritePlot(s, ui, o.plot)) ok = false;
   out.flush();
   return ok ? kExitComplete : kExitIncomplete;
 }

@@ -161,14 +161,5 @@ TEST(CliRun, AReportThatCannotBeWrittenFailsTheRun) {
             (std::vector<std::string>{"MESSAGE: Error in modTarvenix.SaveRawData - Error #76  Path not found", ""}));
 }
 
-TEST(CliRun, APlotCannotBeWrittenYet) {
-  CliRun r;
-  const std::string plot = r.dir.File("weibull.png");
-  r.Run({"--plot", plot, "--data", r.dir.Write("one.txt", kTenOfEleven), "--channels", "1-11"});
-  EXPECT_EQ(r.status, kExitIncomplete);
-  EXPECT_EQ(r.ErrLines().back(),
-            "tarvenix-cli: plotting is not available in this version; no plot written to " + plot);
-}
-
 }  // namespace
 }  // namespace tarvenix::cli
