@@ -107,6 +107,10 @@ int main(int argc, char** argv) {
   for (int box : {58, 59, 60, 61, 62, 63})
     editor.findChild<QCheckBox*>(QStringLiteral("Check1_%1").arg(box))->setChecked(true);
   Save(editor, folder, "chsel-editor-last-page");
+  editor.findChild<QAbstractButton*>(QStringLiteral("Option1_1"))->click();
+  editor.findChild<QLineEdit*>(QStringLiteral("txtFirstCh"))->setText(QStringLiteral("17"));
+  editor.findChild<QLineEdit*>(QStringLiteral("txtLastCh"))->setText(QStringLiteral("1024"));
+  Save(editor, folder, "chsel-editor-range");
   for (const char* line : {"First pass: 1,204 lines", "Channel 3: event at data cycle 1", "Second pass done"})
     app.Debug().UpdateText(line);
   Save(app.Debug(), folder, "debug-log");

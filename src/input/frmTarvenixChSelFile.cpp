@@ -18,6 +18,7 @@
 #include "app/Dialogs.h"
 #include "app/FormUtils.h"
 #include "app/GuiUiPort.h"
+#include "app/Icons.h"
 #include "app/UpDown.h"
 #include "app/frmTarvenixSetup.h"
 
@@ -31,10 +32,9 @@ constexpr const char* kChSelFileFilter = "Channel Selection Files (*.txt)|*.txt"
 
 QString IndexedName(const char* name, int index) { return QString::fromLatin1(name) + '_' + QString::number(index); }
 
-QToolButton* ScrollButton(QWidget* parent, const char* name, const char* toolTip, Qt::ArrowType arrow) {
+QToolButton* ScrollButton(QWidget* parent, const char* name, const char* toolTip, gui::IconId picture) {
   auto* button = gui::Named(new QToolButton(parent), name, toolTip);
-  button->setArrowType(arrow);
-  button->setAutoRaise(false);
+  button->setIcon(gui::MakeIcon(picture));
   return button;
 }
 
@@ -85,8 +85,8 @@ QGroupBox* frmTarvenixChSelFile::BuildIndividualFrame() {
     boxes->addWidget(box, i / kColumns, i % kColumns);
   }
 
-  CmdBtnScrollLeft_ = ScrollButton(FrameIndividual_, "CmdBtnScrollLeft", "Previous 64 channels", Qt::LeftArrow);
-  CmdBtnScrollRight_ = ScrollButton(FrameIndividual_, "CmdBtnScrollRight", "Next 64 channels", Qt::RightArrow);
+  CmdBtnScrollLeft_ = ScrollButton(FrameIndividual_, "CmdBtnScrollLeft", "Previous 64 channels", gui::IconId::PageLeft);
+  CmdBtnScrollRight_ = ScrollButton(FrameIndividual_, "CmdBtnScrollRight", "Next 64 channels", gui::IconId::PageRight);
   auto* clearAll = gui::MakeButton(FrameIndividual_, "CmdBtnClearAll", "Clear All", nullptr);
   auto* clearPage = gui::MakeButton(FrameIndividual_, "CmdBtnClearPage", "Clear Page", nullptr);
   CmdBtnClearAll_ = clearAll;
@@ -95,9 +95,13 @@ QGroupBox* frmTarvenixChSelFile::BuildIndividualFrame() {
   connect(CmdBtnScrollRight_, &QToolButton::clicked, this, [this] { Scroll(1); });
   connect(clearAll, &QPushButton::clicked, this, &frmTarvenixChSelFile::ClearAll);
   connect(clearPage, &QPushButton::clicked, this, &frmTarvenixChSelFile::ClearPage);
-  // The arrows as high as the push buttons beside them.
-  for (QToolButton* b : {CmdBtnScrollLeft_, CmdBtnScrollRight_})
-    b->setFixedSize(clearAll->sizeHint().height(), clearAll->sizeHint().height());
+  // The arrows as high as the push buttons beside them, and large enough to
+  // be seen at a glance.
+  const int height = clearAll->sizeHint().height();
+  for (QToolButton* b : {CmdBtnScrollLeft_, CmdBtnScrollRight_}) {
+    b->setFixedSize(height * 3 / 2, height);
+    b->setIconSize(QSize(height * 3 / 5, height * 3 / 5));
+  }
 
   auto* pageRow = new QHBoxLayout;
   pageRow->addWidget(CmdBtnScrollLeft_);
