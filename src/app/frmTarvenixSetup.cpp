@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "analysis/Basic.h"
@@ -229,10 +230,21 @@ void frmTarvenixSetup::Activate() {
   if (!caption.empty()) setWindowTitle(ToQt(caption));
   SetControlValues(controls);
   txtDataFile_->setFocus();
+  CaretsToEnds();
+  if (reAnalyzeMode_) FinishUp();
+}
+
+void frmTarvenixSetup::CaretsToEnds() {
   // The carets at the ends, so the file names show their last parts.
   txtDataFile_->setCursorPosition(static_cast<int>(txtDataFile_->text().size()));
   txtChSelFile_->setCursorPosition(static_cast<int>(txtChSelFile_->text().size()));
-  if (reAnalyzeMode_) FinishUp();
+}
+
+void frmTarvenixSetup::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  // Showing a dialog focuses its box as if tabbed into, which selects the whole
+  // name; once that has happened, the caret goes back to the end.
+  QTimer::singleShot(0, this, &frmTarvenixSetup::CaretsToEnds);
 }
 
 setup::SetupMode frmTarvenixSetup::Mode() const { return setup::ModeOf(addMode_, reAnalyzeMode_); }
