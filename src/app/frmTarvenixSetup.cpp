@@ -67,7 +67,7 @@ void frmTarvenixSetup::keyPressEvent(QKeyEvent* event) {
 
 void frmTarvenixSetup::BuildControls() {
   MaskEdBoxDataID_ = TextBox(this, "MaskEdBoxDataID", "Specify a text ID for this data set");
-  MaskEdBoxDataID_->setMaxLength(64);
+  MaskEdBoxDataID_->setMaxLength(128);
   txtDataFile_ = TextBox(this, "txtDataFile", "Specify the data history file");
   txtDataFile_->setMinimumWidth(380);
   cmdDataFile_ = gui::MakeButton(this, "cmdDataFile", "Browse...", "Press to select data history file");

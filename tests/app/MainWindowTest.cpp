@@ -252,9 +252,9 @@ TEST_F(MainWindowTest, ViewDatafileWithOneDataSetSkipsTheChooser) {
   MessageBoxes::Clear();
   Click(&Main(), "CmdViewDataFile");
   EXPECT_TRUE(MessageBoxes::History().empty());
-  for (int i = 0; i < 200 && !std::filesystem::exists(args); ++i) QTest::qWait(10);
-  QTest::qWait(20);
-  EXPECT_EQ(ReadAll(args), app->session.sDataFiles(1) + "|090|");
+  const std::string expected = app->session.sDataFiles(1) + "|090|";
+  for (int i = 0; i < 500 && ReadAll(args) != expected; ++i) QTest::qWait(10);
+  EXPECT_EQ(ReadAll(args), expected);
 
   // With the IPC/JEDEC limit chosen in the setup dialog, the event array file.
   Find<QRadioButton>(&app->Setup(), "btnIPCOccurrences")->setChecked(true);
