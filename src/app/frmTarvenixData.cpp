@@ -24,6 +24,7 @@
 #include "analysis/Messages.h"
 #include "analysis/PrintRawData.h"
 #include "analysis/Report.h"
+#include "analysis/Sound.h"
 #include "analysis/Utils.h"
 #include "app/App.h"
 #include "app/DataSetChoosers.h"
@@ -171,7 +172,11 @@ void frmTarvenixData::BuildControls() {
 
 void frmTarvenixData::UpdateStatus(const std::string& sMsg) {
   status_->setText(ToQt(sMsg));
-  if (sMsg == modTarvenix::kAnalysisComplete) analysisDone_ = true;
+  if (sMsg == modTarvenix::kAnalysisComplete) {
+    analysisDone_ = true;
+    // A finished analysis is announced, as reading and errors are.
+    modSound::PlaySound(app_.session, app_.ui, modSound::Sound::Ping);
+  }
 }
 
 void frmTarvenixData::UpdateTextBox(const std::string& sMsg) {
