@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -136,6 +137,16 @@ void Documents::Clear() {
   gOpened.clear();
   gOpenSucceeds = true;
 }
+
+// --- Sounds -----------------------------------------------------------------
+
+namespace {
+QStringList gPlayed;
+}  // namespace
+
+QStringList SoundLog::Played() { return gPlayed; }
+void SoundLog::Clear() { gPlayed.clear(); }
+void SoundLog::Record(const QString& path) { gPlayed << QFileInfo(path).fileName(); }
 
 // --- Print dialog -----------------------------------------------------------
 

@@ -74,6 +74,14 @@ class Documents {
   static void Clear();
 };
 
+// Sound effects. In test mode nothing is heard: the file names are recorded.
+class SoundLog {
+ public:
+  static QStringList Played();
+  static void Clear();
+  static void Record(const QString& path);
+};
+
 // One print job as the print dialog gave it.
 struct PrintJob {
   std::unique_ptr<QPrinter> printer;
