@@ -368,7 +368,7 @@ void frmTarvenixSetup::CreateChSelFile() {
                             "You must select a Data History file before creating a Channel Selection file!");
       return;
     }
-    if (app_.ChSelFile().ShowModal(FromQt(txtDataFile_->text())))
+    if (app_.ChSelFile().ShowModal(PathFromQt(txtDataFile_->text())))
       modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Channel Selection File was created successfully.");
   });
 }

@@ -177,7 +177,7 @@ bool frmTarvenixChSelFile::ShowModal(const std::string& dataFile) {
 void frmTarvenixChSelFile::Activate(const std::string& dataFile) {
   written_ = false;
   modUtils::Trapped(app_.session, app_.ui, "frmTarvenixChSelFile.Form_Activate", [&] {
-    txtChSelFile_->setText(ToQt(chselfile::ProposedFileName(app_.session.sDataDir, dataFile)));
+    txtChSelFile_->setText(PathToQt(chselfile::ProposedFileName(app_.session.sDataDir, dataFile)));
     txtChSelFile_->setCursorPosition(static_cast<int>(txtChSelFile_->text().size()));
   });
   Option1_[0]->setChecked(true);
@@ -229,10 +229,10 @@ void frmTarvenixChSelFile::BrowseChSelFile() {
     // Opens in the data folder, offering the name in the box. OK asks before
     // an existing file is replaced, so the dialog does not ask as well.
     std::string folder, name;
-    modUtils::GetPathAndFilename(FromQt(txtChSelFile_->text()), folder, name);
+    modUtils::GetPathAndFilename(PathFromQt(txtChSelFile_->text()), folder, name);
     const QString chosen = gui::FileDialogs::Ask(this, QStringLiteral("Create Channel Selection File"),
                                                  QString::fromLatin1(kChSelFileFilter),
-                                                 ToQt(modUtils::JoinPath(s.sDataDir, name)), false, false);
+                                                 PathToQt(modUtils::JoinPath(s.sDataDir, name)), false, false);
     if (chosen.isEmpty()) return;
     txtChSelFile_->setText(QDir::toNativeSeparators(chosen));
     txtChSelFile_->setCursorPosition(static_cast<int>(txtChSelFile_->text().size()));
@@ -241,7 +241,7 @@ void frmTarvenixChSelFile::BrowseChSelFile() {
 
 void frmTarvenixChSelFile::OK() {
   chselfile::EditorEntries entries;
-  entries.sChSelFile = FromQt(txtChSelFile_->text());
+  entries.sChSelFile = PathFromQt(txtChSelFile_->text());
   entries.individual = Option1_[0]->isChecked();
   entries.sFirstCh = FromQt(txtFirstCh_->text());
   entries.sLastCh = FromQt(txtLastCh_->text());
