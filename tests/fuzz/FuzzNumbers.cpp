@@ -76,7 +76,13 @@ bool FitsSingle(double v) { return std::fabs(v) <= std::numeric_limits<float>::m
 void CheckPlainForms(double v) {
   if (!std::isfinite(v)) return;
   const std::string plain = basic::CStr(v);
-  const double back = basic::Val(plain);
+  double back = 0;
+  // Fifteen digits round the largest doubles up past the largest double, which
+  // reads back as an overflow.
+  if (!Answers([&] { back = basic::Val(plain); })) {
+    fuzz::Require(std::fabs(v) > 1.79769313486231e308, "CStr reads back", plain);
+    return;
+  }
   fuzz::Require(std::fabs(back - v) <= std::fabs(v) * 1e-14, "CStr keeps 15 digits", plain);
   if (FitsSingle(v)) basic::CStr(static_cast<float>(v));
   fuzz::Require(basic::Val(basic::Str(v)) == back, "Str and CStr show the same number", basic::Str(v));
