@@ -87,6 +87,8 @@ Layout LayOut(const QSizeF& size, const ChartModel& chart, const Style& st) {
       tallestMarker = std::max(tallestMarker, 2 * MarkerRadius(series) + 2);
     }
     const double pad = st.gap;
+    // A long ID is cut short (with an ellipsis) rather than run off the panel.
+    widest = std::min(widest, w - 2 * st.margin - 2 * pad - 3 * st.gap);
     l.legendColumn = widest + 3 * st.gap;
     const int n = static_cast<int>(chart.series.size());
     l.legendColumns = std::clamp(static_cast<int>((w - 2 * st.margin - 2 * pad) / l.legendColumn), 1, n);
@@ -291,8 +293,9 @@ void DrawLegend(QPainter& p, const ChartModel& chart, const Layout& l, const Sty
     DrawMarker(p, QPointF(x + st.legendStub / 2, y), series.markerStyle, MarkerRadius(series), colour,
                series.penWidth);
     p.setPen(ToQColor(chart.titleColor));
-    p.drawText(QRectF(x + st.legendStub + st.gap, y - fm.height() / 2, l.legendColumn, fm.height()),
-               Qt::AlignLeft | Qt::AlignVCenter, Text(series.title));
+    const double textWidth = l.legendColumn - 4 * st.gap - st.legendStub;
+    p.drawText(QRectF(x + st.legendStub + st.gap, y - fm.height() / 2, textWidth + st.gap, fm.height()),
+               Qt::AlignLeft | Qt::AlignVCenter, fm.elidedText(Text(series.title), Qt::ElideRight, textWidth));
   }
 }
 
@@ -314,7 +317,8 @@ std::string PaintChart(QPainter& painter, const QSizeF& size, const Session& s, 
   p.setRenderHint(QPainter::Antialiasing, true);
   p.setFont(Arial(st.titlePx, true));
   p.setPen(ToQColor(chart.titleColor));
-  p.drawText(l.title, Qt::AlignCenter, Text(chart.title));
+  p.drawText(l.title, Qt::AlignCenter,
+             QFontMetricsF(p.font()).elidedText(Text(chart.title), Qt::ElideRight, l.title.width()));
 
   // The cycles axis needs a finished build; the probability scale does not.
   bool cyclesKnown = false;

@@ -1,0 +1,115 @@
+// tarvenix-cli's --plot and --plot-size, run in-process on small data history files.
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <QImage>
+
+#include "analysis/FileUtils.h"
+#include "cli/Run.h"
+#include "support/TempDir.h"
+
+namespace tarvenix::cli {
+namespace {
+
+using test::ReadAll;
+using test::TempDir;
+
+// Channel k of 1..n reaches its first event at data cycle 20 * k * k.
+std::string Failures(int n = 12) {
+  std::string text = "Vorlantic data history file\r\n";
+  for (int ch = 1; ch <= n; ++ch) {
+    text += "Cycle # " + std::to_string(20 * ch * ch) + "\r\n001::";
+    std::string digits = std::to_string(ch);
+    text += " " + std::string(3 - digits.size(), ' ') + digits + ":O.\r\n";
+  }
+  return text;
+}
+
+struct PlotRun {
+  TempDir dir;
+  std::ostringstream out, err;
+  int status = -1;
+  std::string data = dir.Write("run7.txt", Failures());
+
+  int Run(std::vector<std::string> args) {
+    status = cli::Run(args, out, err);
+    return status;
+  }
+};
+
+TEST(CliPlot, WritesEachFormatAtTheAskedSize) {
+  struct Case {
+    const char* name;
+    std::vector<std::string> size;
+    std::string magic;
+    int width, height;  // of a raster image
+  } cases[] = {
+      {"weibull.png", {}, "\x89PNG", 1200, 900},
+      {"weibull.bmp", {"--plot-size", "640x480"}, "BM", 640, 480},
+      {"weibull.jpg", {"--plot-size", "1920X1440"}, "\xFF\xD8\xFF", 1920, 1440},
+      {"weibull.svg", {}, "<?xml", 0, 0},
+      {"weibull.pdf", {"--plot-size", "800x600"}, "%PDF", 0, 0},
+  };
+  for (const Case& c : cases) {
+    PlotRun r;
+    const std::string plot = r.dir.File(c.name);
+    std::vector<std::string> args = {"--plot", plot};
+    args.insert(args.end(), c.size.begin(), c.size.end());
+    args.insert(args.end(), {"--data", r.data, "--channels", "1-16"});
+    EXPECT_EQ(r.Run(args), kExitComplete) << c.name << "\n" << r.err.str();
+    EXPECT_EQ(ReadAll(plot).substr(0, c.magic.size()), c.magic) << c.name;
+    if (c.width > 0) {
+      QImage image(QString::fromStdString(plot));
+      EXPECT_EQ(image.width(), c.width) << c.name;
+      EXPECT_EQ(image.height(), c.height) << c.name;
+    }
+  }
+}
+
+TEST(CliPlot, BadPlotOptionsAreUsageErrors) {
+  struct Case {
+    std::vector<std::string> args;
+    std::string message;
+  } cases[] = {
+      {{"--plot", "weibull.gif"}, "--plot takes a file name ending in .png, .bmp, .jpg, .svg or .pdf, not 'weibull.gif'"},
+      {{"--plot-size", "63x480"}, "--plot-size takes WIDTHxHEIGHT with each side from 64 to 8000 pixels, not '63x480'"},
+      {{"--plot-size", "640*480"}, "--plot-size takes WIDTHxHEIGHT with each side from 64 to 8000 pixels, not '640*480'"},
+      {{"--plot-size", "640x-480"}, "--plot-size takes WIDTHxHEIGHT with each side from 64 to 8000 pixels, not '640x-480'"},
+  };
+  for (const Case& c : cases) {
+    PlotRun r;
+    std::vector<std::string> args = c.args;
+    args.insert(args.end(), {"--data", r.data, "--channels", "1-16"});
+    EXPECT_EQ(r.Run(args), kExitUsage);
+    EXPECT_EQ(r.err.str().substr(0, r.err.str().find('\n')), "tarvenix-cli: " + c.message);
+  }
+}
+
+TEST(CliPlot, TheGuardRefusesADataSetWithoutAnAnalysis) {
+  PlotRun r;
+  const std::string plot = r.dir.File("weibull.png");
+  // The second data set has only three failed channels: too few to analyse.
+  r.Run({"--plot", plot, "--data", r.data, "--channels", "1-16", "--data", r.dir.Write("three.txt", Failures(3)),
+         "--channels", "1-16"});
+  EXPECT_EQ(r.status, kExitIncomplete);
+  EXPECT_NE(r.err.str().find("MESSAGE: Cannot generate plot because analysis was not completed successfully on Data "
+                             "Set #2.\nEdit the data set and try again.\n"),
+            std::string::npos)
+      << r.err.str();
+  EXPECT_FALSE(modUtils::IsFile(plot));
+}
+
+TEST(CliPlot, AFolderThatIsNotThereFailsTheRun) {
+  PlotRun r;
+  r.Run({"--plot", r.dir.File("no folder/weibull.png"), "--data", r.data, "--channels", "1-16"});
+  EXPECT_EQ(r.status, kExitIncomplete);
+  EXPECT_NE(r.err.str().find("MESSAGE: Error in tarvenix-cli.WritePlot - Error #76  Path not found"), std::string::npos)
+      << r.err.str();
+}
+
+}  // namespace
+}  // namespace tarvenix::cli
