@@ -14,7 +14,7 @@ DEB_PACKAGES := cmake g++ make pkgconf \
 FUZZ_PACKAGES := cmake make clang-14 libclang-rt-14-dev
 # Seconds each fuzz target runs (`make fuzz FUZZ_TIME=600`).
 FUZZ_TIME ?= 60
-FUZZ_TARGETS := channel_selection data_history ini_files numbers
+FUZZ_TARGETS := channel_selection data_history ipc_events ini_files numbers
 
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 

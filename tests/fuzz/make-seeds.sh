@@ -67,6 +67,32 @@ history utf16 1 1 0 0 1 10 "$scratch/h7"
 : >"$scratch/empty"
 history empty 1 1 0 0 1 10 "$scratch/empty"
 
+# --- event array files: flags first last start tstart fill-from minfailures, file ---
+# flags as for data history, and 32: complete the file with empty channel lines.
+ipc() {  # NAME FLAGS FIRST LAST FILL-FROM FILE
+  { byte "$2"; le16 "$3"; le16 "$4"; le32 0; le32 0; le16 "$5"; byte 4; cat "$6"; } | seed ipc_events "$1"
+}
+sim "$scratch/ipct.txt" --channels 16 --cycles 400 --eta 120 --cycle-lines temp --ipc --ipc-noise 1 --seed 11
+head -n 19 "$scratch/ipct.ipc" >"$scratch/ipct-head"  # the comment lines and channels 1..16
+ipc sim-temp-completed 34 1 16 17 "$scratch/ipct-head"
+ipc sim-temp-data-cycles 33 1 16 17 "$scratch/ipct-head"
+ipc sim-temp-cut-short 2 1 16 17 "$scratch/ipct-head"
+sim "$scratch/ipcm.txt" --channels 12 --cycles 300 --eta 80 --cycle-lines mech --ipc --ipc-noise 3 --line-end lf --seed 12
+head -n 15 "$scratch/ipcm.ipc" >"$scratch/ipcm-head"
+ipc sim-mech-completed 34 1 12 13 "$scratch/ipcm-head"
+sim "$scratch/ipcf.txt" --channels 10 --cycles 200 --eta 60 --cycle-lines temp --ipc --first-cycle-failures 2 --seed 13
+head -n 13 "$scratch/ipcf.ipc" >"$scratch/ipcf-head"
+ipc sim-first-cycle-yes 36 1 10 11 "$scratch/ipcf-head"
+ipc sim-first-cycle-no 40 1 10 11 "$scratch/ipcf-head"
+printf "' comment\r\n5:1,2,,T,1,2,,\r\n7:3,T,3,\r\n5:4,T,4,\r\n" >"$scratch/ipc1"
+ipc channel-twice 32 1 10 8 "$scratch/ipc1"
+printf ':1,T,1,\r\n' >"$scratch/ipc2"
+ipc no-channel-number 32 1 10 2 "$scratch/ipc2"
+printf '3:1,T,1,2,\r\n' >"$scratch/ipc3"
+ipc counts-differ 32 1 10 4 "$scratch/ipc3"
+printf '3:1,x,T,1,2,\r\n4:9E99,T,1,\r\n' >"$scratch/ipc4"
+ipc not-a-count 32 1 10 5 "$scratch/ipc4"
+
 # --- channel selection: flags set first last limit, file ---
 # flags: 1 a range too, 2 data cycles, 4 count limit; set is data set + 1.
 channels() {  # NAME FLAGS FIRST LAST FILE
