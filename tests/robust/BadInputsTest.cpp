@@ -79,7 +79,7 @@ struct Desk {
   TempDir dir;
   Session s;
   RecordingUi ui;
-  std::string chSelFile;  // the channel selection file of the row, if any
+  std::string named;  // the channel selection or event array file of the row, if any
 
   Desk() { s.bSoundStatus = false; }
 
@@ -102,27 +102,41 @@ struct Desk {
     DataSetSettings c = History(Lines(EightOfTen()));
     c.bFirstLastCh = false;
     c.bChSelFile = true;
-    c.sChSelFile = chSelFile = dir.Write("channels.txt", content);
+    c.sChSelFile = named = dir.Write("channels.txt", content);
+    return c;
+  }
+  DataSetSettings EventArray(const std::string& content) {
+    DataSetSettings c = History("");
+    c.bNumOccurrences = false;
+    c.bIPCOccurrences = true;
+    named = dir.Write("run.ipc", content);
     return c;
   }
 
-  // Add Data Set, the entries, OK; Cancel when the dialog stays open.
-  FinishUpResult Add(DataSetSettings c) {
-    setup::ActivateSetup(s, ui, SetupMode::Add, c);
+  // Add Data Set, the entries over what the dialog showed, OK; Cancel when
+  // the dialog stays open.
+  FinishUpResult Add(const DataSetSettings& c) {
+    DataSetSettings shown;
+    setup::ActivateSetup(s, ui, SetupMode::Add, shown);
     FinishUpResult r = setup::FinishUp(s, ui, SetupMode::Add, c);
     if (!r.accepted) setup::CancelSetup(s, ui);
     return r;
   }
 
+  // The messages and results lines with the row's file named "{file}".
+  std::string Unplaced(std::string text) const {
+    if (std::size_t at = text.find(named); !named.empty() && at != std::string::npos)
+      text.replace(at, named.size(), "{file}");
+    return text;
+  }
   std::vector<std::string> Messages() const {
     std::vector<std::string> texts = ui.MessageTexts();
-    for (std::string& t : texts)
-      if (std::size_t at = t.find(chSelFile); !chSelFile.empty() && at != std::string::npos)
-        t.replace(at, chSelFile.size(), "{file}");
+    for (std::string& t : texts) t = Unplaced(t);
     return texts;
   }
   bool ResultsHold(const std::string& line) const {
-    return std::find(ui.textLines.begin(), ui.textLines.end(), line) != ui.textLines.end();
+    return std::any_of(ui.textLines.begin(), ui.textLines.end(),
+                       [&](const std::string& shown) { return Unplaced(shown) == line; });
   }
 };
 
@@ -131,7 +145,7 @@ struct Row {
   std::function<DataSetSettings(Desk&)> enter;
   std::vector<std::string> messages;  // every message box, in order
   const char* status;                 // the status line at the end
-  const char* resultsLine;            // a line the results box holds ("" for none)
+  std::string resultsLine;            // a line the results box holds ("" for none)
 };
 
 std::string Utf16(const std::string& text) {
@@ -239,7 +253,7 @@ TEST(BadInputs, DataHistoryFiles) {
     d.Add(row.enter(d));
     EXPECT_EQ(d.Messages(), row.messages) << row.input;
     EXPECT_EQ(d.ui.statuses.empty() ? "" : d.ui.statuses.back(), row.status) << row.input;
-    if (*row.resultsLine) {
+    if (!row.resultsLine.empty()) {
       EXPECT_TRUE(d.ResultsHold(row.resultsLine)) << row.input;
     }
 
@@ -307,6 +321,39 @@ TEST(BadInputs, ChannelSelectionFiles) {
   }
 }
 
+// Channel lines of an event array file: channel, data cycles, "T", temperature cycles.
+std::string ChannelLines(int from, int to) {
+  std::string lines;
+  for (int ch = from; ch <= to; ++ch) lines += std::to_string(ch) + ":,T,\r\n";
+  return lines;
+}
+
+TEST(BadInputs, EventArrayFiles) {
+  const std::string cannot = "The IPC/JEDEC file {file} cannot be used: ";
+  const std::vector<Row> rows = {
+      {"a file cut short", [](Desk& d) { return d.EventArray("' header\r\n" + ChannelLines(1, 300)); }, {}, kReading,
+       (cannot + "it ends after 300 channel lines (line 301); the rule needs 1024.")},
+      {"a channel named twice", [](Desk& d) { return d.EventArray(ChannelLines(1, 5) + ChannelLines(5, 1024)); }, {},
+       kReading, (cannot + "line 6 names channel 5 a second time.")},
+      {"a cycle count past 32 bits",
+       [](Desk& d) { return d.EventArray("1:9E99,T,5,\r\n" + ChannelLines(2, 1024)); }, {}, kReading,
+       (cannot + "line 1 holds \"9E99\", which is not a cycle count followed by \",\".")},
+      {"a binary file", [](Desk& d) { return d.EventArray(PseudoRandomBytes(4096)); }, {}, kReading, ""},
+      {"an empty file", [](Desk& d) { return d.EventArray(""); }, {}, kReading,
+       (cannot + "it ends after 0 channel lines (line 0); the rule needs 1024.")},
+  };
+  for (const Row& row : rows) {
+    Desk d;
+    EXPECT_TRUE(d.Add(row.enter(d)).accepted) << row.input;
+    EXPECT_EQ(d.Messages(), row.messages) << row.input;
+    EXPECT_EQ(d.ui.statuses.back(), row.status) << row.input;
+    if (!row.resultsLine.empty()) {
+      EXPECT_TRUE(d.ResultsHold(row.resultsLine)) << row.input;
+    }
+    EXPECT_FALSE(d.ResultsHold("Finished reading data history file.")) << row.input;
+  }
+}
+
 TEST(BadInputs, FilesThatCannotBeRead) {
   const std::vector<Row> rows = {
       {"an unreadable data history file", [](Desk& d) { return d.History(Lines(EightOfTen())); },
@@ -347,7 +394,8 @@ TEST(BadInputs, ADataHistoryFileDeletedBetweenThePasses) {
   VanishingFileUi ui;
   DataSetSettings c = d.History(Lines(EightOfTen()));
   ui.file = c.sDataFile;
-  setup::ActivateSetup(d.s, ui, SetupMode::Add, c);
+  DataSetSettings shown;
+  setup::ActivateSetup(d.s, ui, SetupMode::Add, shown);
   EXPECT_TRUE(setup::FinishUp(d.s, ui, SetupMode::Add, c).accepted);
   EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{ReaderBox(53, "File not found")});
   EXPECT_EQ(ui.statuses.back(), "Working...");
