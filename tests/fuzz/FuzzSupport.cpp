@@ -5,7 +5,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <algorithm>
 #include <filesystem>
+
+#include "app/Session.h"
 
 namespace fs = std::filesystem;
 
@@ -65,6 +68,48 @@ std::string WriteScratch(std::string_view name, std::string_view bytes) {
     std::abort();
   }
   return path;
+}
+
+ReaderSettings ReadReaderSettings(InputHeader& in, Session& s) {
+  ReaderSettings r;
+  r.flags = in.Byte();
+  r.number = in.Int16();
+  s.lInitialCycle(0) = in.Int32();
+  s.lInitialCycle(1) = in.Int32();
+  r.first = std::clamp<int>(in.Int16(), 1, kMaxChannels);
+  r.last = std::clamp<int>(in.Int16(), r.first, kMaxChannels);
+  s.iMinFailures = static_cast<int16_t>(1 + in.Byte() % 5);
+  return r;
+}
+
+void PrepareReader(const ReaderSettings& r, Session& s, CountingUi& ui) {
+  s.bSoundStatus = false;
+  s.iDataSetNum = 1;
+  s.iNumDataSets = 1;
+  s.bDataCycles = (r.flags & 1) != 0;
+  s.bDebug = (r.flags & 2) != 0;
+  s.bIgnoreFirstCycles = (r.flags & 16) != 0;
+  s.sDataIDs(1) = "fuzz";
+  s.iFirstChannels(1) = static_cast<int16_t>(r.first);
+  s.iLastChannels(1) = static_cast<int16_t>(r.last);
+  for (int ch = r.first; ch <= r.last; ++ch) s.iChSelected(ch) = 1;
+  s.iGroupSize(1) = static_cast<int16_t>(r.last - r.first + 1);
+  const int answer = (r.flags >> 2) & 3;
+  if (answer == 1) ui.firstCycleAnswer = true;
+  if (answer >= 2) ui.firstCycleAnswer = false;
+}
+
+void CheckReaderRun(const Session& s, const CountingUi& ui, int16_t iErr, bool ipcLimit) {
+  // The lines ProcessData writes before it reads anything.
+  constexpr int kRunHeaderLines = 6;
+  Require(iErr == 0 || iErr == 1 || (ipcLimit && iErr == -1), "the error flag is one the caller knows",
+          std::to_string(iErr));
+  Require(iErr == 0 || ui.messages > 0 || ui.textLines > kRunHeaderLines, "a stopped run says why");
+  int selected = 0;
+  for (int ch = 1; ch <= kMaxChannels; ++ch) selected += s.iChSelected(ch);
+  Require(s.iChSelected(0) == 0, "channel 0 is never selected");
+  Require(s.iGroupSize(1) == selected, "the group size counts the selected channels",
+          std::to_string(s.iGroupSize(1)) + " vs " + std::to_string(selected));
 }
 
 void Require(bool holds, const char* property, const std::string& detail) {

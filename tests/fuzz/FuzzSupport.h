@@ -12,6 +12,10 @@
 
 #include "app/UiPort.h"
 
+namespace tarvenix {
+struct Session;
+}
+
 namespace tarvenix::fuzz {
 
 // Reads settings from the front of an input; past its end every value is 0, so
@@ -58,6 +62,28 @@ class CountingUi : public UiPort {
   void DoEvents() override {}
   bool OpenDocument(const std::string&) override { return false; }
 };
+
+// The settings both data readers take from the front of an input, in this
+// order: flags (bit 0: data cycles, else temperature/mechanical; bit 1: debug
+// mode; bits 2-3: the first-cycle answer 0 none, 1 yes, 2-3 no; bit 4: the
+// answer standing from before; bit 5 and `number`: the reader's own), a number
+// (16 bits), the initial data and temperature/mechanical cycles (32 bits
+// each), the first and last channel (16 bits each, clamped to 1..1024), the
+// minimum number of failures (1 + byte % 5; the program asks for 5).
+struct ReaderSettings {
+  uint8_t flags = 0;
+  int16_t number = 0;
+  int first = 1;
+  int last = 1;
+};
+ReaderSettings ReadReaderSettings(InputHeader& in, Session& s);
+// Data set 1 with the settings' channels selected, ready for ProcessData; the
+// UI port answers the first-cycle question as the flags say.
+void PrepareReader(const ReaderSettings& settings, Session& s, CountingUi& ui);
+// What holds after every ProcessData run: the error flag is one the caller
+// knows, a stopped run says why, and the group size counts the selected
+// channels (ignored first-cycle channels leave both together).
+void CheckReaderRun(const Session& s, const CountingUi& ui, int16_t iErr, bool ipcLimit);
 
 // A path in this process's scratch folder (in memory where the system has one).
 std::string ScratchPath(std::string_view name);

@@ -21,11 +21,14 @@ byte() { printf "$(printf '\\%03o' $(($1 & 255)))"; }
 # whole of standard input becomes the seed.
 seed() { mkdir -p "$corpus/$1"; cat >"$corpus/$1/$2"; }
 
-# --- data history: flags limit start tstart first last minfailures, file ---
-# flags: 1 data cycles, 2 debug, 4 answer yes, 8 answer no, 16 standing yes.
-history() {  # NAME FLAGS LIMIT START TSTART FIRST LAST FILE
-  { byte "$2"; le16 "$3"; le32 "$4"; le32 "$5"; le16 "$6"; le16 "$7"; byte 4; cat "$8"; } | seed data_history "$1"
+# --- the readers: flags number start tstart first last minfailures, file ---
+# flags: 1 data cycles, 2 debug, 4 answer yes, 8 answer no, 16 standing yes,
+# 32 (event array files) complete the file with empty channel lines from
+# `number` on; number: the occurrence limit, or where the completion starts.
+reader() {  # TARGET NAME FLAGS NUMBER START TSTART FIRST LAST FILE
+  { byte "$3"; le16 "$4"; le32 "$5"; le32 "$6"; le16 "$7"; le16 "$8"; byte 4; cat "$9"; } | seed "$1" "$2"
 }
+history() { reader data_history "$@"; }
 sim() {  # FILE simulator options...
   local out=$1
   shift
@@ -67,10 +70,9 @@ history utf16 1 1 0 0 1 10 "$scratch/h7"
 : >"$scratch/empty"
 history empty 1 1 0 0 1 10 "$scratch/empty"
 
-# --- event array files: flags first last start tstart fill-from minfailures, file ---
-# flags as for data history, and 32: complete the file with empty channel lines.
+# --- event array files ---
 ipc() {  # NAME FLAGS FIRST LAST FILL-FROM FILE
-  { byte "$2"; le16 "$3"; le16 "$4"; le32 0; le32 0; le16 "$5"; byte 4; cat "$6"; } | seed ipc_events "$1"
+  reader ipc_events "$1" "$2" "$5" 0 0 "$3" "$4" "$6"
 }
 sim "$scratch/ipct.txt" --channels 16 --cycles 400 --eta 120 --cycle-lines temp --ipc --ipc-noise 1 --seed 11
 head -n 19 "$scratch/ipct.ipc" >"$scratch/ipct-head"  # the comment lines and channels 1..16
