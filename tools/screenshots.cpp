@@ -1,6 +1,8 @@
 // tarvenix-screenshots: renders every window of the desktop program to PNG
 // files in a folder, so layouts can be looked at under any screen scaling
-// (QT_SCALE_FACTOR=1.5). Usage: tarvenix-screenshots OUTPUT_FOLDER
+// (QT_SCALE_FACTOR=1.5). Usage: tarvenix-screenshots OUTPUT_FOLDER [DATA_FILE]
+// With a data history file (channels 1 to 32), the main window shows its real
+// analysis instead of sample lines.
 
 #include <QApplication>
 #include <QDir>
@@ -34,8 +36,8 @@ void Save(QWidget& w, const QDir& folder, const char* name) {
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  if (argc != 2) {
-    std::fprintf(stderr, "Usage: tarvenix-screenshots OUTPUT_FOLDER\n");
+  if (argc != 2 && argc != 3) {
+    std::fprintf(stderr, "Usage: tarvenix-screenshots OUTPUT_FOLDER [DATA_FILE]\n");
     return 2;
   }
   QDir folder(QString::fromLocal8Bit(argv[1]));
@@ -64,12 +66,29 @@ int main(int argc, char** argv) {
   record.sLastCh = "32";
 
   auto& main = app.MainWindow();
-  main.UpdateTextBox("Reading data history file ...");
-  main.UpdateTextBox("Data Set #1");
-  main.UpdateTextBox("BETA = 2.41");
-  main.UpdateTextBox("N50 = 1834 (1602 - 2099)");
-  main.UpdateTextBox("R-Squared = 0.97");
-  main.UpdateStatus("Analysis complete.");
+  if (argc == 3) {
+    // A real data set through the setup dialog's OK.
+    s.iNumDataSets = 0;
+    s.iDataSetNum = 0;
+    s.bDebug = false;
+    auto& setup = app.Setup();
+    setup.SetAddMode(true);
+    setup.SetReAnalyzeMode(false);
+    setup.Activate();
+    setup.findChild<QLineEdit*>(QStringLiteral("txtDataFile"))->setText(QString::fromLocal8Bit(argv[2]));
+    setup.findChild<QLineEdit*>(QStringLiteral("txtFirstCh"))->setText(QStringLiteral("1"));
+    setup.findChild<QLineEdit*>(QStringLiteral("txtLastCh"))->setText(QStringLiteral("32"));
+    setup.findChild<QLineEdit*>(QStringLiteral("MaskEdBoxDataID"))->setText(QStringLiteral("Board A, 85 C"));
+    setup.FinishUp();
+    s.bDebug = true;
+  } else {
+    main.UpdateTextBox("Reading data history file ...");
+    main.UpdateTextBox("Data Set #1");
+    main.UpdateTextBox("BETA = 2.41");
+    main.UpdateTextBox("N50 = 1834 (1602 - 2099)");
+    main.UpdateTextBox("R-Squared = 0.97");
+    main.UpdateStatus("Analysis complete.");
+  }
   main.Activate();
   Save(main, folder, "main-window");
 

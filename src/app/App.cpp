@@ -49,12 +49,12 @@ App::StartResult App::Main() {
   }
 
   modUtils::Trapped(session, ui, "modTarvenix.Main", [&] {
-    std::string programFolder = FromQt(QDir::toNativeSeparators(options_.programFolder));
+    std::string programFolder = PathFromQt(options_.programFolder);
     std::string commonAppData;
     try {
       commonAppData = modUtils::CommonAppDataFolder();
     } catch (...) {
-      commonAppData = FromQt(QDir::toNativeSeparators(QDir::homePath()));
+      commonAppData = PathFromQt(QDir::homePath());
     }
     modTarvenix::StartSession(session, ui, programFolder, commonAppData);
   });

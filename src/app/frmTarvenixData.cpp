@@ -334,9 +334,9 @@ void frmTarvenixData::Save() {
   RunTrapped("frmTarvenixData.CmdSave_Click", [&] {
     Session& s = app_.session;
     QString name = gui::FileDialogs::Ask(this, QStringLiteral("Save Analysis"), QString(),
-                                         ToQt(modUtils::JoinPath(s.sDataDir, "analysis.txt")), false);
+                                         PathToQt(modUtils::JoinPath(s.sDataDir, "analysis.txt")), false);
     if (name.isEmpty()) return;
-    const std::string path = FromQt(QDir::toNativeSeparators(name));
+    const std::string path = PathFromQt(name);
     int16_t iErr = 0;
     modTarvenix::SaveRawData(s, app_.ui, path, iErr);
     if (iErr != 0) return;
@@ -365,8 +365,8 @@ void frmTarvenixData::ViewDataFile() {
       modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Can't find Quillet.exe. Try reinstalling Vorlantic.");
       return;
     }
-    const QStringList arguments{ToQt(file), ToQt(basic::Format(90.0, "000"))};
-    if (!QProcess::startDetached(ToQt(viewer), arguments, ToQt(s.sAppPath)))
+    const QStringList arguments{PathToQt(file), ToQt(basic::Format(90.0, "000"))};
+    if (!QProcess::startDetached(PathToQt(viewer), arguments, PathToQt(s.sAppPath)))
       modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Could not open the file " + viewer);
   });
 }
@@ -417,7 +417,7 @@ void frmTarvenixData::OpenExplorer() {
     Session& s = app_.session;
     std::string folder = s.sDataDir;
     if (folder.empty() || !modUtils::IsDirectory(folder)) folder = s.sDefaultDataDir;
-    if (folder.empty() || !modUtils::IsDirectory(folder)) folder = FromQt(QDir::toNativeSeparators(QDir::homePath()));
+    if (folder.empty() || !modUtils::IsDirectory(folder)) folder = PathFromQt(QDir::homePath());
     modUtils::ShellExec(s, app_.ui, folder);
   });
 }

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <filesystem>
 #include <vector>
 
 #include "HistorySimulator.h"
@@ -86,6 +87,22 @@ TEST_F(SetupFlowTest, AddingADataSetReadsAndAnalysesIt) {
   EXPECT_TRUE(Find<QPushButton>(&Main(), "btnEdit")->isEnabled());
   EXPECT_TRUE(Main().AnalysisDone());
   EXPECT_EQ(app->session.dataSetSettings(1).sDataID, "Board A");
+}
+
+TEST_F(SetupFlowTest, AFileInAFolderWithAccentsIsChosenAndRead) {
+  std::filesystem::create_directories(dataHome.File("Pr\u00fcfung 85\u00b0C"));
+  const std::string file = Simulate("Pr\u00fcfung 85\u00b0C/board.txt", Board());
+  WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
+    Fill(setup, "");
+    gui::FileDialogs::SetNextFileName(QString::fromUtf8(file.c_str()));
+    Click(setup, "cmdDataFile");
+    EXPECT_EQ(Find<QLineEdit>(setup, "txtDataFile")->text(), QString::fromUtf8(file.c_str()));
+    Click(setup, "cmdBtnOK");
+  });
+  Click(&Main(), "btnAddDataSet");
+  EXPECT_EQ(Status(), QStringLiteral("Analysis complete."));
+  EXPECT_EQ(app->session.sDataFiles(1), file);
+  EXPECT_EQ(app->session.sDataDir, dataHome.File("Pr\u00fcfung 85\u00b0C"));
 }
 
 TEST_F(SetupFlowTest, EachRefusalKeepsTheDialogOpenOnItsBox) {
