@@ -17,6 +17,9 @@ const char* SoundFileName(Sound sound) {
 }
 
 std::string SoundFilePath(const Session& s, Sound sound) {
+  // Without a program folder there is no sound to find (not one in whatever
+  // folder happens to be current).
+  if (s.sAppPath.empty()) return "";
   return modUtils::JoinPath(modUtils::JoinPath(s.sAppPath, "Sounds"), SoundFileName(sound));
 }
 

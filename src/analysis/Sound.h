@@ -15,7 +15,7 @@ enum class Sound { TurnOn, Floop, Attention, Ping };
 
 // "TurnOn.wav", "Floop.wav", "Attention.wav", "Ping.wav".
 const char* SoundFileName(Sound sound);
-// sAppPath + "Sounds" + the sound's file name.
+// sAppPath + "Sounds" + the sound's file name; "" without a program folder.
 std::string SoundFilePath(const Session& s, Sound sound);
 void PlaySound(Session& s, UiPort& ui, Sound sound);
 

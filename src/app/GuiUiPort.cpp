@@ -1,7 +1,10 @@
 #include "app/GuiUiPort.h"
 
+#include "app/Dialogs.h"
+
 #include <QCoreApplication>
-#include <QDesktopServices>
+#include <QAudioDevice>
+#include <QMediaDevices>
 #include <QEventLoop>
 #include <QMessageBox>
 #include <QSoundEffect>
@@ -44,13 +47,11 @@ void GuiUiPort::ShowMessageBox(const std::string& text, const std::string& title
     case MessageIcon::Question: qIcon = QMessageBox::Question; break;
     case MessageIcon::Information: qIcon = QMessageBox::Information; break;
   }
-  QMessageBox box(qIcon, ToQt(title), ToQt(text), QMessageBox::Ok, owner_);
-  box.exec();
+  gui::MessageBoxes::Show(owner_, qIcon, ToQt(title), ToQt(text), QMessageBox::Ok);
 }
 
 bool GuiUiPort::AskYesNo(const std::string& text, const std::string& title) {
-  return QMessageBox::question(owner_, ToQt(title), ToQt(text), QMessageBox::Yes | QMessageBox::No) ==
-         QMessageBox::Yes;
+  return gui::MessageBoxes::YesNo(owner_, ToQt(title), ToQt(text));
 }
 
 std::optional<bool> GuiUiPort::AskIgnoreFirstCycleEvents(const FirstCycleFlags& flags, bool dataCycleAnalysis) {
@@ -64,7 +65,8 @@ void GuiUiPort::DebugPrint(const std::string& line) {
 
 void GuiUiPort::PlaySoundFile(const std::string& path) {
   // Plays to the end before returning, as the sounds mark steps of the work;
-  // with no audio device the effect never starts and nothing is heard.
+  // with no audio device there is nothing to wait for.
+  if (QMediaDevices::audioOutputs().isEmpty()) return;
   QSoundEffect effect;
   effect.setSource(QUrl::fromLocalFile(QString::fromLocal8Bit(path.c_str())));
   QEventLoop loop;
@@ -83,7 +85,7 @@ void GuiUiPort::PlaySoundFile(const std::string& path) {
 void GuiUiPort::DoEvents() { QCoreApplication::processEvents(); }
 
 bool GuiUiPort::OpenDocument(const std::string& path) {
-  return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromLocal8Bit(path.c_str())));
+  return gui::Documents::Open(ToQt(path));
 }
 
 }  // namespace tarvenix

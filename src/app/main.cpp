@@ -1,16 +1,14 @@
 // tarvenix: the desktop program.
 
 #include <QApplication>
-#include <QMainWindow>
 
-#include "tarvenix/Version.h"
+#include "app/App.h"
 
 int main(int argc, char** argv) {
-  QApplication app(argc, argv);
-  QApplication::setApplicationName("Tarvenix");
-  QMainWindow window;
-  window.setWindowTitle(QString("Quorvane Tarvenix v%1").arg(tarvenix::version::kText));
-  window.resize(800, 600);
-  window.show();
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Tarvenix"));
+  QApplication::setOrganizationName(QStringLiteral("Quorvane"));
+  tarvenix::App app;
+  if (app.Main() == tarvenix::App::StartResult::Refused) return 1;
   return QApplication::exec();
 }

@@ -1,0 +1,106 @@
+// Printing the report: the lines that reach the printer, the scratch file that
+// must not outlive the job, and a real print job written as PDF.
+
+#include <QPrinter>
+#include <QStringList>
+
+#include <filesystem>
+
+#include "analysis/PrintRawData.h"
+#include "analysis/Weibull.h"
+#include "app/Session.h"
+#include "support/GuiTest.h"
+#include "support/RecordingUi.h"
+
+namespace tarvenix::test {
+namespace {
+
+class PrintRawDataTest : public GuiTest {
+ protected:
+  void SetUp() override {
+    GuiTest::SetUp();
+    oldTmp_ = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QByteArray::fromStdString(scratchHome.Path()));
+    s.iNumDataSets = 1;
+    s.iDataSetNum = 1;
+    DataSetSettings& r = s.dataSetSettings(1);
+    r.sDataID = "Board A";
+    r.sDataFile = "/lab/run1.txt";
+    r.bNumOccurrences = true;
+    r.sOccurrenceLimit = "1";
+    r.bDataCycles = true;
+    r.bFirstLastCh = true;
+    r.sFirstCh = "1";
+    r.sLastCh = "10";
+    s.iGroupSize(1) = 10;
+    const int32_t cycles[] = {25, 43, 53, 65, 76, 86, 95, 115, 132, 150};
+    s.iNumEvents(1) = 10;
+    for (int i = 1; i <= 10; ++i) {
+      s.vEventCycle(1, i) = cycles[i - 1];
+      s.vEventCount(1, i) = i;
+    }
+    modTarvenix::AnalyzeData(s, ui, true);
+    ui = RecordingUi();
+  }
+  void TearDown() override {
+    qputenv("TMPDIR", oldTmp_);
+    GuiTest::TearDown();
+  }
+  bool ScratchHomeEmpty() const { return std::filesystem::is_empty(scratchHome.Path()); }
+
+  TempDir scratchHome;
+  Session s;
+  RecordingUi ui;
+  QByteArray oldTmp_;
+};
+
+TEST_F(PrintRawDataTest, TheReportPrintsOneItemALineAndLeavesNoScratchFile) {
+  int16_t iErr = 5;
+  QStringList lines = modTarvenix::RawDataLines(s, ui, "", iErr);
+  EXPECT_EQ(iErr, 0);
+  ASSERT_GT(lines.size(), 20);
+  EXPECT_TRUE(lines[0].startsWith(QStringLiteral("Created using Tarvenix v")));
+  EXPECT_TRUE(lines.contains(QStringLiteral("Data Set #1 - 'Board A'")));
+  EXPECT_TRUE(lines.contains(QStringLiteral("Test Data History File: /lab/run1.txt")));
+  // The first point's row: count, cycle, fraction and ordinate on lines of their own.
+  const qsizetype row = lines.indexOf(QStringLiteral("25"));
+  ASSERT_GT(row, 0);
+  EXPECT_EQ(lines[row - 1], QStringLiteral("1"));
+  EXPECT_EQ(lines[row + 1], QStringLiteral("0.1000"));
+  EXPECT_TRUE(lines[row + 2].startsWith(QLatin1Char('-')));
+  EXPECT_TRUE(ScratchHomeEmpty());
+  EXPECT_TRUE(ui.messages.empty());
+}
+
+TEST_F(PrintRawDataTest, AGivenTextPrintsAsItStands) {
+  int16_t iErr = 0;
+  EXPECT_EQ(modTarvenix::RawDataLines(s, ui, "BETA = 2.03, at 90%\r\nN50 = 80\rlast\n", iErr),
+            (QStringList{"BETA = 2.03, at 90%", "N50 = 80", "last", ""}));
+}
+
+TEST_F(PrintRawDataTest, PrintsToThePrinter) {
+  const std::string pdf = dataHome.File("report.pdf");
+  QPrinter printer;
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(QString::fromStdString(pdf));
+  int16_t iErr = 3;
+  modTarvenix::PrintRawData(s, ui, printer, "", 2, iErr);
+  EXPECT_EQ(iErr, 0);
+  EXPECT_EQ(ReadAll(pdf).substr(0, 5), "%PDF-");
+  EXPECT_TRUE(ScratchHomeEmpty());
+}
+
+TEST_F(PrintRawDataTest, APrinterThatCannotStartIsReported) {
+  QPrinter printer;
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(QString::fromStdString(dataHome.File("no/such/folder/report.pdf")));
+  int16_t iErr = 0;
+  modTarvenix::PrintRawData(s, ui, printer, "", 1, iErr);
+  EXPECT_EQ(iErr, 1);
+  ASSERT_EQ(ui.messages.size(), 1u);
+  EXPECT_EQ(ui.messages[0].text.rfind("Error in modTarvenix.PrintRawData - Error #57", 0), 0u);
+  EXPECT_TRUE(ScratchHomeEmpty());
+}
+
+}  // namespace
+}  // namespace tarvenix::test

@@ -1,0 +1,421 @@
+// The desktop program from its main window: start-up, the command states, the
+// commands that need no analysis, and quitting.
+
+#include <QAction>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QComboBox>
+#include <QTest>
+#include <QToolButton>
+
+#include <filesystem>
+
+#include "analysis/frmDebug.h"
+#include "app/Dialogs.h"
+#include "app/frmAbout.h"
+#include "app/frmTarvenixData.h"
+#include "app/frmTarvenixSetup.h"
+#include "support/GuiTest.h"
+
+namespace tarvenix::test {
+namespace {
+
+using gui::MessageBoxes;
+
+class MainWindowTest : public GuiTest {
+ protected:
+  frmTarvenixData& Main() { return app->MainWindow(); }
+  QString Status() { return Find<QLabel>(&Main(), "StatusBar1")->text(); }
+  QString Log() { return Find<QPlainTextEdit>(&Main(), "TextBox1")->toPlainText(); }
+  void Trigger(const char* action) {
+    auto* a = Main().findChild<QAction*>(QString::fromLatin1(action));
+    ASSERT_NE(a, nullptr) << action;
+    a->trigger();
+  }
+  // Data sets as a finished analysis leaves them, with IDs A, B, C...
+  void LoadDataSets(int count) {
+    Session& s = app->session;
+    for (int n = 1; n <= count; ++n) {
+      s.sDataIDs(n) = std::string(1, static_cast<char>('A' + n - 1));
+      s.sDataFiles(n) = dataHome.File("set" + std::to_string(n) + ".txt");
+      s.sIPCFiles(n) = dataHome.File("set" + std::to_string(n) + ".ipc");
+      s.sngNParam(n) = 1000.0f * static_cast<float>(n);
+      DataSetSettings& r = s.dataSetSettings(n);
+      r.sDataFile = s.sDataFiles(n);
+      r.sDataID = s.sDataIDs(n);
+      r.bNumOccurrences = true;
+      r.sOccurrenceLimit = "2";
+      r.bTempCycles = true;
+      r.bFirstLastCh = true;
+      r.sFirstCh = "1";
+      r.sLastCh = std::to_string(10 * n);
+    }
+    s.iNumDataSets = static_cast<int16_t>(count);
+    s.iDataSetNum = static_cast<int16_t>(count);
+    Main().Activate();
+  }
+  std::string LastMessage() {
+    return MessageBoxes::History().empty() ? "" : MessageBoxes::History().back().text.toStdString();
+  }
+};
+
+TEST_F(MainWindowTest, StartsWithNoSettingsFileAndQuittingWritesIt) {
+  StartApp();
+  EXPECT_TRUE(Main().isVisible());
+  EXPECT_EQ(Main().windowTitle(), QStringLiteral("Quorvane Tarvenix v1.0.0"));
+  EXPECT_EQ(Status(), QStringLiteral("Press 'Add Data Set' to begin."));
+  EXPECT_FALSE(app->About().isVisible());
+  EXPECT_EQ(app->session.iMinFailures, 5);
+  EXPECT_EQ(app->session.iAnalysisOptions, (std::array<int16_t, 3>{0, 0, 0}));
+  EXPECT_TRUE(static_cast<bool>(app->session.bSoundStatus));
+  EXPECT_TRUE(Main().findChild<QAction*>(QStringLiteral("mnuUtilsEnableSounds"))->isChecked());
+  EXPECT_FALSE(std::filesystem::exists(SettingsFile()));
+
+  MessageBoxes::SetNextAnswer(QMessageBox::No);
+  Main().close();
+  EXPECT_TRUE(Main().isVisible());
+  EXPECT_FALSE(std::filesystem::exists(SettingsFile()));
+  EXPECT_EQ(LastMessage(), "Are you sure you want to quit Tarvenix?");
+
+  Trigger("mnuUtilsEnableSounds");
+  EXPECT_FALSE(Main().findChild<QAction*>(QStringLiteral("mnuUtilsEnableSounds"))->isChecked());
+  app->Debug().show();
+  MessageBoxes::SetNextAnswer(QMessageBox::Yes);
+  Trigger("mnuUtilsExit");
+  EXPECT_FALSE(Main().isVisible());
+  EXPECT_FALSE(app->Debug().isVisible());
+  EXPECT_EQ(ReadAll(SettingsFile()),
+            "[General]\r\nN50/N63 Parameter=0\r\nFailure Fraction=0\r\nConfidence Level=0\r\nSound Status=False\r\n");
+}
+
+TEST_F(MainWindowTest, ASecondCopyIsRefusedAndACrashedCopysLockIsNot) {
+  MakeApp();
+  QProcess holder;
+  holder.start(QStringLiteral(TARVENIX_LOCK_HOLDER), {app->LockFilePath()});
+  ASSERT_TRUE(holder.waitForReadyRead(10000)) << holder.errorString().toStdString() << " "
+                                              << holder.readAllStandardError().toStdString();
+  ASSERT_EQ(holder.readAllStandardOutput().trimmed(), QByteArray("locked"));
+
+  EXPECT_EQ(app->Main(), App::StartResult::Refused);
+  ASSERT_EQ(MessageBoxes::History().size(), 1u);
+  EXPECT_EQ(MessageBoxes::History()[0].title, QStringLiteral("Multiple Tarvenix Instance Warning"));
+  EXPECT_EQ(MessageBoxes::History()[0].text, QStringLiteral("Error: Only one Tarvenix session allowed!"));
+  EXPECT_TRUE(app->session.sAppPath.empty());  // nothing of the session was touched
+
+  // The first copy dies without cleaning up: its lock no longer counts.
+  holder.kill();
+  holder.waitForFinished();
+  ASSERT_TRUE(QFile::exists(app->LockFilePath()));
+  StartApp();
+  EXPECT_TRUE(Main().isVisible());
+}
+
+TEST_F(MainWindowTest, AHandOffFileIsConsumedAndFillsTheFirstSetup) {
+  const std::string data = dataHome.Write("handed.txt", "x");
+  programFolder.Write("Dortemp.ini", "\"" + data + "\",40\r\n");
+  StartApp();
+  EXPECT_FALSE(std::filesystem::exists(programFolder.File("Dortemp.ini")));
+  EXPECT_EQ(app->session.sDataFile, data);
+  EXPECT_EQ(app->session.sDataDir, dataHome.Path());
+
+  WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
+    EXPECT_EQ(Find<QLineEdit>(setup, "txtDataFile")->text().toStdString(), data);
+    EXPECT_EQ(Find<QLineEdit>(setup, "txtLastCh")->text(), QStringLiteral("40"));
+    Click(setup, "cmdBtnCancel");
+  });
+  Click(&Main(), "btnAddDataSet");
+  EXPECT_EQ(app->session.iDataSetNum, 0);
+}
+
+TEST_F(MainWindowTest, CommandsFollowTheNumberOfDataSets) {
+  StartApp();
+  const char* others[] = {"btnEdit", "btnReAnalyze", "btnClear", "CmdPlot", "CmdSave", "CmdPrint", "CmdViewDataFile"};
+  struct Case {
+    int loaded;
+    bool add;
+    bool rest;
+  };
+  for (Case c : {Case{0, true, false}, Case{1, true, true}, Case{4, true, true}, Case{5, false, true}}) {
+    SCOPED_TRACE(c.loaded);
+    LoadDataSets(c.loaded);
+    EXPECT_EQ(Find<QWidget>(&Main(), "btnAddDataSet")->isEnabled(), c.add);
+    for (const char* name : others) EXPECT_EQ(Find<QWidget>(&Main(), name)->isEnabled(), c.rest) << name;
+    EXPECT_TRUE(Find<QWidget>(&Main(), "CmdHelp")->isEnabled());
+    EXPECT_TRUE(Find<QWidget>(&Main(), "CmdExit")->isEnabled());
+  }
+  Main().SetCommandState("no such state");
+  EXPECT_FALSE(Find<QWidget>(&Main(), "btnAddDataSet")->isEnabled());
+}
+
+TEST_F(MainWindowTest, AltF10TogglesDebugModeOnTheMainWindowAndTheSetupDialog) {
+  StartApp();
+  QLabel* label = Find<QLabel>(&Main(), "lblDebug");
+  QTest::keyClick(&Main(), Qt::Key_F10, Qt::AltModifier);
+  EXPECT_TRUE(static_cast<bool>(app->session.bDebug));
+  EXPECT_TRUE(label->isVisible());
+  QTest::keyClick(&Main(), Qt::Key_F10, Qt::AltModifier);
+  EXPECT_FALSE(static_cast<bool>(app->session.bDebug));
+  EXPECT_FALSE(label->isVisible());
+
+  WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
+    QLabel* engaged = Find<QLabel>(setup, "lblDebug");
+    EXPECT_FALSE(engaged->isVisible());
+    QTest::keyClick(setup, Qt::Key_F10, Qt::AltModifier);
+    EXPECT_TRUE(engaged->isVisible());
+    EXPECT_EQ(engaged->text(), QStringLiteral("Debug mode engaged"));
+    Click(setup, "cmdBtnCancel");
+  });
+  Click(&Main(), "btnAddDataSet");
+  EXPECT_TRUE(static_cast<bool>(app->session.bDebug));
+  EXPECT_TRUE(label->isVisible());
+}
+
+TEST_F(MainWindowTest, OptionsAreRefusedAfterAnAnalysisUntilClear) {
+  StartApp();
+  WhenModal("frmTarvenixOptions", [&](QWidget* options) {
+    EXPECT_TRUE(Find<QRadioButton>(options, "btnN50")->isChecked());
+    EXPECT_TRUE(Find<QRadioButton>(options, "btnUnadjustedFraction")->isChecked());
+    Find<QRadioButton>(options, "btnN63")->setChecked(true);
+    Find<QRadioButton>(options, "btnMedianFraction")->setChecked(true);
+    Find<QRadioButton>(options, "btn95Percent")->setChecked(true);
+    Click(options, "CmdBtnOK");
+  });
+  Trigger("mnuOptionsTarvenixOptions");
+  EXPECT_EQ(app->session.iAnalysisOptions, (std::array<int16_t, 3>{1, 2, 1}));
+
+  LoadDataSets(1);
+  Main().UpdateStatus("Analysis complete.");
+  EXPECT_TRUE(Main().AnalysisDone());
+  Trigger("mnuOptionsTarvenixOptions");
+  EXPECT_EQ(LastMessage(),
+            "Options changes can only be made before the 1st data set is analyzed.\n"
+            "Click the 'Clear' button to reset the analysis, and then make the desired changes.");
+
+  Click(&Main(), "btnClear");
+  EXPECT_FALSE(Main().AnalysisDone());
+  WhenModal("frmTarvenixOptions", [&](QWidget* options) {
+    EXPECT_TRUE(Find<QRadioButton>(options, "btnN63")->isChecked());
+    EXPECT_TRUE(Find<QRadioButton>(options, "btnMedianFraction")->isChecked());
+    EXPECT_TRUE(Find<QRadioButton>(options, "btn95Percent")->isChecked());
+    Click(options, "CmdBtnOK");
+  });
+  Trigger("mnuOptionsTarvenixOptions");
+}
+
+TEST_F(MainWindowTest, ClearEmptiesTheSession) {
+  StartApp();
+  LoadDataSets(3);
+  app->session.sDataFile = "/some/file.txt";
+  Main().UpdateTextBox("Data Set #3");
+  Main().UpdateStatus("Analysis complete.");
+  Click(&Main(), "btnClear");
+  EXPECT_EQ(Log(), QString());
+  EXPECT_EQ(Status(), QStringLiteral(" "));
+  EXPECT_EQ(app->session.iNumDataSets, 0);
+  EXPECT_EQ(app->session.iDataSetNum, 0);
+  EXPECT_TRUE(app->session.sDataFile.empty());
+  EXPECT_EQ(app->session.sngNParam(2), 0.0f);
+  EXPECT_TRUE(Find<QWidget>(&Main(), "btnAddDataSet")->isEnabled());
+  EXPECT_FALSE(Find<QWidget>(&Main(), "btnClear")->isEnabled());
+  EXPECT_TRUE(Find<QLineEdit>(&app->Setup(), "txtLastCh")->text().isEmpty());
+}
+
+TEST_F(MainWindowTest, ResultsBoxKeepsEveryLineAndShowsTheNewest) {
+  StartApp();
+  for (int i = 0; i < 200; ++i) Main().UpdateTextBox("line " + std::to_string(i));
+  EXPECT_EQ(Main().ResultsText().substr(0, 16), "line 0\r\nline 1\r\n");
+  auto* box = Find<QPlainTextEdit>(&Main(), "TextBox1");
+  EXPECT_TRUE(box->textCursor().atEnd());
+  EXPECT_TRUE(QFontInfo(box->font()).fixedPitch());
+}
+
+TEST_F(MainWindowTest, ViewDatafileWithOneDataSetSkipsTheChooser) {
+  StartApp();
+  LoadDataSets(1);
+  Click(&Main(), "CmdViewDataFile");
+  EXPECT_EQ(LastMessage(), "The file " + app->session.sDataFiles(1) +
+                               "\ncould not be opened for editing because it does not exist.");
+
+  dataHome.Write("set1.txt", "data");
+  Click(&Main(), "CmdViewDataFile");
+  EXPECT_EQ(LastMessage(), "Can't find Quillet.exe. Try reinstalling Vorlantic.");
+
+  // The companion viewer gets the file and "090".
+  const std::string args = programFolder.File("viewer-args.txt");
+  programFolder.Write("quillet.exe", "#!/bin/sh\nprintf '%s|' \"$@\" > '" + args + "'\n");
+  std::filesystem::permissions(programFolder.File("quillet.exe"), std::filesystem::perms::owner_all);
+  MessageBoxes::Clear();
+  Click(&Main(), "CmdViewDataFile");
+  EXPECT_TRUE(MessageBoxes::History().empty());
+  for (int i = 0; i < 200 && !std::filesystem::exists(args); ++i) QTest::qWait(10);
+  QTest::qWait(20);
+  EXPECT_EQ(ReadAll(args), app->session.sDataFiles(1) + "|090|");
+
+  // With the IPC/JEDEC limit chosen in the setup dialog, the event array file.
+  Find<QRadioButton>(&app->Setup(), "btnIPCOccurrences")->setChecked(true);
+  Click(&Main(), "CmdViewDataFile");
+  EXPECT_EQ(LastMessage(), "The file " + app->session.sIPCFiles(1) +
+                               "\ncould not be opened for editing because it does not exist.");
+}
+
+TEST_F(MainWindowTest, ViewDatafileWithThreeDataSetsAsksWhichOne) {
+  StartApp();
+  LoadDataSets(3);
+  WhenModal("frmTarvenixSelectDataSet", [&](QWidget* chooser) {
+    auto* list = Find<QComboBox>(chooser, "cmbBoxDataSet");
+    EXPECT_EQ(list->count(), 3);
+    EXPECT_EQ(list->itemText(0), QStringLiteral("1 - A"));
+    EXPECT_EQ(list->itemText(2), QStringLiteral("3 - C"));
+    EXPECT_EQ(list->currentIndex(), 2);
+    list->setCurrentIndex(1);
+    Click(chooser, "cmdBtnOK");
+  });
+  Click(&Main(), "CmdViewDataFile");
+  EXPECT_EQ(app->session.iDataSetNum, 2);
+  EXPECT_EQ(LastMessage(), "The file " + app->session.sDataFiles(2) +
+                               "\ncould not be opened for editing because it does not exist.");
+
+  MessageBoxes::Clear();
+  WhenModal("frmTarvenixSelectDataSet", [&](QWidget* chooser) { Click(chooser, "cmdBtnCancel"); });
+  Click(&Main(), "CmdViewDataFile");
+  EXPECT_TRUE(MessageBoxes::History().empty());
+}
+
+TEST_F(MainWindowTest, EditWithOneDataSetOpensTheSetupAndCancelStepsBack) {
+  StartApp();
+  LoadDataSets(1);
+  WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
+    EXPECT_EQ(setup->windowTitle(), QStringLiteral("Tarvenix Setup for Data Set #1"));
+    EXPECT_EQ(Find<QLineEdit>(setup, "MaskEdBoxDataID")->text(), QStringLiteral("A"));
+    EXPECT_EQ(Find<QLineEdit>(setup, "txtLastCh")->text(), QStringLiteral("10"));
+    EXPECT_TRUE(Find<QRadioButton>(setup, "btnTempCycles")->isChecked());
+    EXPECT_EQ(Find<QLabel>(setup, "LblOccurrenceLimit")->text(), QStringLiteral("2"));
+    Click(setup, "cmdBtnCancel");
+  });
+  Click(&Main(), "btnEdit");
+  EXPECT_EQ(app->session.iDataSetNum, 0);
+}
+
+TEST_F(MainWindowTest, EditWithThreeDataSetsChoosesFirst) {
+  StartApp();
+  LoadDataSets(3);
+  WhenModal("frmTarvenixEdit", [&](QWidget* chooser) {
+    auto* list = Find<QComboBox>(chooser, "cmbBoxDataSet");
+    EXPECT_EQ(list->currentText(), QStringLiteral("3 - C"));
+    list->setCurrentIndex(0);
+    WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
+      EXPECT_EQ(setup->windowTitle(), QStringLiteral("Tarvenix Setup for Data Set #1"));
+      EXPECT_EQ(Find<QLineEdit>(setup, "txtLastCh")->text(), QStringLiteral("10"));
+      Click(setup, "cmdBtnCancel");
+    });
+    Click(chooser, "cmdBtnOK");
+  });
+  Click(&Main(), "btnEdit");
+  EXPECT_EQ(app->session.iDataSetNum, 0);
+
+  // Cancelling the chooser changes nothing.
+  app->session.iDataSetNum = 3;
+  WhenModal("frmTarvenixEdit", [&](QWidget* chooser) { Click(chooser, "cmdBtnCancel"); });
+  Click(&Main(), "btnEdit");
+  EXPECT_EQ(app->session.iDataSetNum, 3);
+}
+
+TEST_F(MainWindowTest, PlotRefusesDataSetsWithoutAnAnalysis) {
+  StartApp();
+  LoadDataSets(3);
+  app->session.sngNParam(2) = 0.0f;
+  Click(&Main(), "CmdPlot");
+  EXPECT_EQ(LastMessage(),
+            "Cannot generate plot because analysis was not completed successfully on Data Set #2.\n"
+            "Edit the data set and try again.");
+}
+
+TEST_F(MainWindowTest, HelpReadmeAboutAndExplorer) {
+  StartApp();
+  Click(&Main(), "CmdHelp");
+  ASSERT_EQ(gui::Documents::Opened().size(), 1);
+  EXPECT_EQ(gui::Documents::Opened()[0].toStdString(), programFolder.File("Vorlantic.chm"));
+
+  gui::Documents::SetOpenSucceeds(false);
+  Trigger("mnuHelpContents");
+  EXPECT_EQ(LastMessage(), "Could not open the file " + programFolder.File("Vorlantic.chm"));
+  gui::Documents::SetOpenSucceeds(true);
+
+  Trigger("mnuHelpReadme");
+  EXPECT_EQ(LastMessage(), "The file " + programFolder.File("readme.txt") + " could not be found.");
+  programFolder.Write("readme.txt", "read me");
+  Trigger("mnuHelpReadme");
+  EXPECT_EQ(gui::Documents::Opened().back().toStdString(), programFolder.File("readme.txt"));
+
+  // The data folder does not exist yet: the explorer opens the home folder.
+  Trigger("mnuUtilsExplore");
+  EXPECT_EQ(gui::Documents::Opened().back(), QDir::toNativeSeparators(QDir::homePath()));
+  app->session.sDataDir = dataHome.Path();
+  Trigger("mnuUtilsExplore");
+  EXPECT_EQ(gui::Documents::Opened().back().toStdString(), dataHome.Path());
+
+  WhenModal("frmAbout", [&](QWidget* about) {
+    EXPECT_EQ(static_cast<frmAbout*>(about)->LabelText(),
+              QStringLiteral("Tarvenix v1.0.0\nCopyright \u00A9 Quorvane. All rights reserved."));
+    QTest::mouseClick(about, Qt::LeftButton);
+  });
+  Trigger("mnuHelpAbout");
+  EXPECT_FALSE(app->About().isVisible());
+}
+
+TEST_F(MainWindowTest, SaveWritesTheReportAndOffersToShowIt) {
+  StartApp();
+  LoadDataSets(1);
+  app->session.sDataDir = dataHome.Path();
+  gui::FileDialogs::SetNextFileName(QString());
+  Click(&Main(), "CmdSave");
+  EXPECT_EQ(gui::FileDialogs::LastDefaultName().toStdString(), dataHome.File("analysis.txt"));
+  EXPECT_TRUE(MessageBoxes::History().empty());
+
+  Find<QLineEdit>(&Main(), "MaskEdBoxGrHeader")->setText("Lot 7 drop test");
+  for (auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+    const std::string report = dataHome.File(answer == QMessageBox::No ? "a.txt" : "b.txt");
+    gui::FileDialogs::SetNextFileName(QString::fromStdString(report));
+    MessageBoxes::SetNextAnswer(answer);
+    gui::Documents::Clear();
+    Click(&Main(), "CmdSave");
+    EXPECT_EQ(ReadAll(report).substr(0, 23), "Created using Tarvenix ");
+    EXPECT_NE(ReadAll(report).find("\r\nPlot Title: Lot 7 drop test\r\n"), std::string::npos);
+    EXPECT_EQ(LastMessage(), "Data saved to disk.  Would you like to view the file?");
+    EXPECT_EQ(gui::Documents::Opened(),
+              answer == QMessageBox::Yes ? QStringList{QString::fromStdString(report)} : QStringList{});
+  }
+}
+
+TEST_F(MainWindowTest, PrintOffersTheLogSelection) {
+  StartApp();
+  LoadDataSets(1);
+  Main().UpdateTextBox("BETA = 2.03");
+  const std::string pdf = dataHome.File("report.pdf");
+  gui::PrintDialogs::SetNextAnswer({true, 1, false, QString::fromStdString(pdf)});
+  Click(&Main(), "CmdPrint");
+  EXPECT_FALSE(gui::PrintDialogs::LastOfferedSelection());
+  EXPECT_EQ(ReadAll(pdf).substr(0, 5), "%PDF-");
+  EXPECT_TRUE(Find<QPlainTextEdit>(&Main(), "TextBox1")->hasFocus() || !Main().isActiveWindow());
+
+  Find<QPlainTextEdit>(&Main(), "TextBox1")->selectAll();
+  gui::PrintDialogs::SetNextAnswer({false, 1, false, {}});
+  Click(&Main(), "CmdPrint");
+  EXPECT_TRUE(gui::PrintDialogs::LastOfferedSelection());
+}
+
+TEST_F(MainWindowTest, PrintingWithoutAPrinterSaysSo) {
+  StartApp();
+  LoadDataSets(1);
+  gui::PrintDialogs::SetPrinterInstalled(false);
+  Click(&Main(), "CmdPrint");
+  EXPECT_EQ(LastMessage(), gui::kNoPrinterMessage);
+}
+
+}  // namespace
+}  // namespace tarvenix::test

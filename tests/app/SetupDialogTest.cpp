@@ -1,0 +1,193 @@
+// The setup dialog's own behaviour: activation in each mode, the choices that
+// enable and disable their controls, the file buttons and Cancel.
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+#include "app/Dialogs.h"
+#include "app/UpDown.h"
+#include "app/frmTarvenixSetup.h"
+#include "support/GuiTest.h"
+
+namespace tarvenix::test {
+namespace {
+
+using gui::FileDialogs;
+using gui::MessageBoxes;
+
+class SetupDialogTest : public GuiTest {
+ protected:
+  void SetUp() override {
+    GuiTest::SetUp();
+    StartApp();
+  }
+  frmTarvenixSetup& Dialog() { return app->Setup(); }
+  template <typename W = QWidget>
+  W* Control(const char* name) {
+    return Find<W>(&Dialog(), name);
+  }
+  void Open(bool add) {
+    Dialog().SetAddMode(add);
+    Dialog().SetReAnalyzeMode(false);
+    Dialog().Activate();
+  }
+};
+
+TEST_F(SetupDialogTest, AddModeWorksOnTheNextNumberWithDefaults) {
+  app->session.iNumDataSets = 2;
+  app->session.iDataSetNum = 2;
+  Control<QRadioButton>("btnTempCycles")->setChecked(true);
+  Control<QRadioButton>("btnIPCOccurrences")->setChecked(true);
+  Control<QLineEdit>("txtLastCh")->setText("12");
+  Open(true);
+  EXPECT_EQ(app->session.iDataSetNum, 3);
+  EXPECT_EQ(app->session.iNumDataSets, 2);
+  EXPECT_EQ(Dialog().windowTitle(), QStringLiteral("Tarvenix Setup for Data Set #3"));
+  EXPECT_EQ(Control<QLineEdit>("MaskEdBoxDataID")->text(), QStringLiteral("Data Set #3"));
+  EXPECT_TRUE(Control<QRadioButton>("btnDataCycles")->isChecked());
+  EXPECT_TRUE(Control<QRadioButton>("btnNumOccurrences")->isChecked());
+  // What add mode does not reset stays for the next data set.
+  EXPECT_EQ(Control<QLineEdit>("txtLastCh")->text(), QStringLiteral("12"));
+
+  Dialog().Cancel();
+  EXPECT_EQ(app->session.iDataSetNum, 2);
+}
+
+TEST_F(SetupDialogTest, EditModeRestoresTheRecordAndCancelStepsBack) {
+  DataSetSettings r;
+  r.sDataFile = "/data/run.txt";
+  r.sDataID = "Lot 7";
+  r.bIPCOccurrences = true;
+  r.sOccurrenceLimit = "3";
+  r.bTempCycles = true;
+  r.bChSelFile = true;
+  r.sChSelFile = "/data/channels.txt";
+  app->session.dataSetSettings(2) = r;
+  app->session.iNumDataSets = 2;
+  app->session.iDataSetNum = 2;
+  Open(false);
+  EXPECT_EQ(app->session.iDataSetNum, 2);
+  EXPECT_EQ(Dialog().windowTitle(), QStringLiteral("Tarvenix Setup for Data Set #2"));
+  DataSetSettings shown = Dialog().ControlValues();
+  EXPECT_EQ(shown.sDataFile, r.sDataFile);
+  EXPECT_EQ(shown.sDataID, r.sDataID);
+  EXPECT_TRUE(static_cast<bool>(shown.bIPCOccurrences));
+  EXPECT_FALSE(static_cast<bool>(shown.bNumOccurrences));
+  EXPECT_EQ(shown.sOccurrenceLimit, "3");
+  EXPECT_TRUE(static_cast<bool>(shown.bTempCycles));
+  EXPECT_TRUE(static_cast<bool>(shown.bChSelFile));
+  EXPECT_FALSE(static_cast<bool>(shown.bFirstLastCh));
+  EXPECT_EQ(shown.sChSelFile, r.sChSelFile);
+  EXPECT_EQ(Control<QLineEdit>("txtDataFile")->cursorPosition(), static_cast<int>(r.sDataFile.size()));
+  EXPECT_FALSE(Control<QLabel>("LblOccurrenceLimit")->isEnabled());
+  EXPECT_TRUE(Control<QLineEdit>("txtChSelFile")->isEnabled());
+
+  Dialog().Cancel();
+  EXPECT_EQ(app->session.iDataSetNum, 1);
+}
+
+TEST_F(SetupDialogTest, ChoicesEnableTheirControls) {
+  Open(true);
+  const char* range[] = {"LblFirstChannel", "txtFirstCh", "UpDownFirstCh", "LblLastChannel", "txtLastCh", "UpDownLastCh"};
+  const char* file[] = {"txtChSelFile", "cmdChSelFile", "CmdCreateChSelFile"};
+  for (bool useRange : {false, true, false}) {
+    Control<QRadioButton>(useRange ? "btnFirstLastCh" : "btnSelDataFile")->setChecked(true);
+    for (const char* name : range) EXPECT_EQ(Control(name)->isEnabled(), useRange) << name;
+    for (const char* name : file) EXPECT_EQ(Control(name)->isEnabled(), !useRange) << name;
+  }
+  for (bool count : {false, true}) {
+    Control<QRadioButton>(count ? "btnNumOccurrences" : "btnIPCOccurrences")->setChecked(true);
+    EXPECT_EQ(Control("LblOccurrenceLimit")->isEnabled(), count);
+    EXPECT_EQ(Control("UpDownOccrLimit")->isEnabled(), count);
+  }
+}
+
+TEST_F(SetupDialogTest, UpDownsStepTheirBoxesWithinRange) {
+  Open(true);
+  auto step = [&](const char* upDown, const char* direction, int times) {
+    for (int i = 0; i < times; ++i)
+      QTest::mouseClick(Control(upDown)->findChild<QWidget*>(QString::fromLatin1(direction)), Qt::LeftButton);
+  };
+  auto* limit = Control<QLabel>("LblOccurrenceLimit");
+  limit->setText("1");
+  step("UpDownOccrLimit", "up", 2);
+  EXPECT_EQ(limit->text(), QStringLiteral("3"));
+  step("UpDownOccrLimit", "down", 5);
+  EXPECT_EQ(limit->text(), QStringLiteral("0"));  // 0 can be reached; OK refuses it
+
+  auto* first = Control<QLineEdit>("txtFirstCh");
+  first->clear();
+  step("UpDownFirstCh", "up", 1);
+  EXPECT_EQ(first->text(), QStringLiteral("1"));
+  first->setText("1024");
+  step("UpDownFirstCh", "up", 1);
+  EXPECT_EQ(first->text(), QStringLiteral("1024"));
+  first->setText("3.5");  // a typed text that is no channel moves to a whole one
+  step("UpDownFirstCh", "down", 1);
+  EXPECT_EQ(first->text(), QStringLiteral("3"));
+}
+
+TEST_F(SetupDialogTest, FileButtons) {
+  Open(true);
+  app->session.sDataDir = dataHome.Path();
+  // Channel selection files are chosen only once the data file is known.
+  Control<QLineEdit>("txtDataFile")->clear();
+  Control<QRadioButton>("btnSelDataFile")->setChecked(true);
+  Click(&Dialog(), "cmdChSelFile");
+  Click(&Dialog(), "CmdCreateChSelFile");
+  EXPECT_EQ(MessageBoxes::Texts(),
+            (QStringList{"You must select a Data History file before browsing for a Channel Selection file!",
+                         "You must select a Data History file before creating a Channel Selection file!"}));
+
+  const std::string data = programFolder.File("lot 4.txt");
+  FileDialogs::SetNextFileName(QString::fromStdString(data));
+  Click(&Dialog(), "cmdDataFile");
+  EXPECT_EQ(FileDialogs::LastFilter(), QStringLiteral("Vorlantic Data History files (*.txt)"));
+  EXPECT_EQ(FileDialogs::LastDefaultName().toStdString(), dataHome.Path());
+  EXPECT_EQ(Control<QLineEdit>("txtDataFile")->text().toStdString(), data);
+  EXPECT_EQ(app->session.sDataDir, programFolder.Path());
+
+  FileDialogs::SetNextFileName(QStringLiteral("/data/channels.txt"));
+  Click(&Dialog(), "cmdChSelFile");
+  EXPECT_EQ(Control<QLineEdit>("txtChSelFile")->text(), QStringLiteral("/data/channels.txt"));
+
+  // Cancelling a file dialog keeps what was there.
+  FileDialogs::SetNextFileName(QString());
+  Click(&Dialog(), "cmdDataFile");
+  EXPECT_EQ(Control<QLineEdit>("txtDataFile")->text().toStdString(), data);
+
+  Dialog().SetChSelFile("/elsewhere/list.txt");
+  EXPECT_EQ(Control<QLineEdit>("txtChSelFile")->text(), QStringLiteral("/elsewhere/list.txt"));
+}
+
+TEST_F(SetupDialogTest, SavedRecordsComeBackAsTheyWere) {
+  Open(true);
+  Control<QLineEdit>("MaskEdBoxDataID")->setText("Thermal shock, 2 mm");
+  Control<QLineEdit>("txtDataFile")->setText("/d/a.txt");
+  Control<QRadioButton>("btnTempCycles")->setChecked(true);
+  Control<QLabel>("LblOccurrenceLimit")->setText("4");
+  Control<QLineEdit>("txtFirstCh")->setText("3");
+  Control<QLineEdit>("txtLastCh")->setText("x9");  // kept as typed
+  Dialog().SaveFormSettings();
+  const DataSetSettings& saved = app->session.dataSetSettings(1);
+  EXPECT_EQ(saved.sDataID, "Thermal shock, 2 mm");
+  EXPECT_EQ(saved.sLastCh, "x9");
+  EXPECT_EQ(saved.sOccurrenceLimit, "4");
+
+  Dialog().ResetControls();
+  EXPECT_TRUE(Dialog().ControlValues().sDataFile.empty());
+  Dialog().RestoreFormSettings();
+  DataSetSettings back = Dialog().ControlValues();
+  EXPECT_EQ(back.sDataID, saved.sDataID);
+  EXPECT_EQ(back.sDataFile, saved.sDataFile);
+  EXPECT_EQ(back.sFirstCh, "3");
+  EXPECT_EQ(back.sLastCh, "x9");
+  EXPECT_TRUE(static_cast<bool>(back.bTempCycles));
+  EXPECT_EQ(back.sOccurrenceLimit, "4");
+}
+
+}  // namespace
+}  // namespace tarvenix::test

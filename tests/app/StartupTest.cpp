@@ -1,0 +1,85 @@
+// Start-up's session side: the paths and the hand-off file a companion program
+// leaves in the program folder.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "analysis/FileUtils.h"
+#include "app/Session.h"
+#include "app/Startup.h"
+#include "support/RecordingUi.h"
+#include "support/TempDir.h"
+
+namespace tarvenix {
+namespace {
+
+using modUtils::kPathSep;
+using test::RecordingUi;
+using test::TempDir;
+
+TEST(SessionPaths, FollowTheProgramAndCommonDataFolders) {
+  Session s;
+  s.iDataSetNum = 3;
+  modTarvenix::SetSessionPaths(s, "/opt/Tarvenix", "/var/data");
+  EXPECT_EQ(s.iDataSetNum, 0);
+  EXPECT_EQ(s.sAppPath, "/opt/Tarvenix");  // case kept where names are case-sensitive
+  EXPECT_EQ(s.sDataLogDir, std::string("/var/data") + kPathSep + "Vorlantic" + kPathSep);
+  EXPECT_EQ(s.sDefaultDataDir, s.sDataLogDir + "Data" + kPathSep);
+  EXPECT_EQ(s.sDataDir, s.sDefaultDataDir);
+  EXPECT_EQ(s.sHelpFile, std::string("/opt/Tarvenix") + kPathSep + "Vorlantic.chm");
+}
+
+TEST(HandOffFile, IsTakenOverOnceWhateverItNames) {
+  TempDir dir;
+  const std::string data = dir.Write("run 7.txt", "x");
+  struct Case {
+    const char* what;
+    std::string content;  // nothing: no hand-off file at all
+    bool present;
+    std::string sDataFile;
+    std::string sDataDir;  // "" = the default data folder
+    int16_t iLastCh;
+  };
+  const Case cases[] = {
+      {"file and last channel", "\"" + data + "\",48\r\n", true, data, dir.Path(), 48},
+      {"file only", "\"" + data + "\"\r\n", true, data, dir.Path(), 0},
+      {"file on its own line, channel on the next", data + "\n32\n", true, data, dir.Path(), 32},
+      {"missing file", "\"" + dir.File("gone.txt") + "\",48\r\n", true, "", "", 0},
+      {"empty hand-off file", "", true, "", "", 0},
+      {"no hand-off file", "", false, "", "", 0},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    TempDir program;
+    const std::string handOff = program.File("Dortemp.ini");
+    if (c.present) program.Write("Dortemp.ini", c.content);
+    Session s;
+    RecordingUi ui;
+    modTarvenix::SetSessionPaths(s, program.Path(), dir.Path());
+    EXPECT_EQ(modTarvenix::TakeOverHandOffFile(s, ui), c.present);
+    EXPECT_EQ(s.sDataFile, c.sDataFile);
+    EXPECT_EQ(s.sDataDir, c.sDataDir.empty() ? s.sDefaultDataDir : c.sDataDir);
+    EXPECT_EQ(s.iLastCh, c.iLastCh);
+    EXPECT_FALSE(std::filesystem::exists(handOff));
+    EXPECT_TRUE(ui.messages.empty());
+  }
+}
+
+TEST(HandOffFile, ALastChannelTooLargeIsReportedAndStartUpGoesOn) {
+  TempDir dir;
+  const std::string data = dir.Write("run.txt", "x");
+  TempDir program;
+  program.Write("Dortemp.ini", "\"" + data + "\",99999\r\n");
+  Session s;
+  RecordingUi ui;
+  modTarvenix::SetSessionPaths(s, program.Path(), dir.Path());
+  modTarvenix::TakeOverHandOffFile(s, ui);
+  ASSERT_EQ(ui.messages.size(), 1u);
+  EXPECT_EQ(ui.messages[0].text.rfind("Error in modTarvenix.Main - Error #6  Overflow", 0), 0u);
+  EXPECT_EQ(s.sDataFile, data);
+  EXPECT_FALSE(std::filesystem::exists(program.File("Dortemp.ini")));
+}
+
+}  // namespace
+}  // namespace tarvenix

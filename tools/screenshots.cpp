@@ -1,0 +1,98 @@
+// tarvenix-screenshots: renders every window of the desktop program to PNG
+// files in a folder, so layouts can be looked at under any screen scaling
+// (QT_SCALE_FACTOR=1.5). Usage: tarvenix-screenshots OUTPUT_FOLDER
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTimer>
+
+#include <cstdio>
+
+#include "analysis/frmDebug.h"
+#include "app/App.h"
+#include "app/DataSetChoosers.h"
+#include "app/Dialogs.h"
+#include "app/frmAbout.h"
+#include "app/frmTarvenixData.h"
+#include "app/frmTarvenixOptions.h"
+#include "app/frmTarvenixSetup.h"
+#include "input/frmTarvenixFirstCycFailures.h"
+
+namespace {
+
+void Save(QWidget& w, const QDir& folder, const char* name) {
+  w.show();
+  QApplication::processEvents();
+  QString path = folder.filePath(QString::fromLatin1(name) + QStringLiteral(".png"));
+  if (!w.grab().save(path)) std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
+  w.hide();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  if (argc != 2) {
+    std::fprintf(stderr, "Usage: tarvenix-screenshots OUTPUT_FOLDER\n");
+    return 2;
+  }
+  QDir folder(QString::fromLocal8Bit(argv[1]));
+  folder.mkpath(QStringLiteral("."));
+  tarvenix::gui::SetDialogTestMode(true);
+  tarvenix::StartupOptions options;
+  options.lockFolder = folder.absolutePath();
+  options.splashSeconds = 0;
+  tarvenix::App app(options);
+  app.LoadWindows();
+  tarvenix::Session& s = app.session;
+  s.sDataIDs(1) = "Board A, 85 C";
+  s.sDataIDs(2) = "Board B, 125 C";
+  s.sDataIDs(3) = "Board C";
+  s.iNumDataSets = 3;
+  s.iDataSetNum = 3;
+  s.bDebug = true;
+  tarvenix::DataSetSettings& record = s.dataSetSettings(3);
+  record.sDataFile = "/home/lab/vorlantic/data/board-c-thermal-cycling.txt";
+  record.sDataID = "Board C";
+  record.bNumOccurrences = true;
+  record.sOccurrenceLimit = "1";
+  record.bTempCycles = true;
+  record.bFirstLastCh = true;
+  record.sFirstCh = "1";
+  record.sLastCh = "32";
+
+  auto& main = app.MainWindow();
+  main.UpdateTextBox("Reading data history file ...");
+  main.UpdateTextBox("Data Set #1");
+  main.UpdateTextBox("BETA = 2.41");
+  main.UpdateTextBox("N50 = 1834 (1602 - 2099)");
+  main.UpdateTextBox("R-Squared = 0.97");
+  main.UpdateStatus("Analysis complete.");
+  main.Activate();
+  Save(main, folder, "main-window");
+
+  auto& setup = app.Setup();
+  setup.SetAddMode(false);
+  setup.SetReAnalyzeMode(false);
+  setup.Activate();
+  Save(setup, folder, "setup");
+  app.Options().Activate();
+  Save(app.Options(), folder, "options");
+  app.Edit().Activate();
+  Save(app.Edit(), folder, "edit-chooser");
+  app.SelectDataSet().Activate();
+  Save(app.SelectDataSet(), folder, "select-chooser");
+  app.About().setTitle("Tarvenix");
+  Save(app.About(), folder, "about");
+  tarvenix::FirstCycleFlags flags{};
+  flags[3] = flags[17] = flags[1024] = true;
+  app.FirstCycFailures().UpdateData(flags);
+  app.FirstCycFailures().UpdateCycleMsg(false);
+  Save(app.FirstCycFailures(), folder, "first-cycle");
+  for (const char* line : {"First pass: 1,204 lines", "Channel 3: event at data cycle 1", "Second pass done"})
+    app.Debug().UpdateText(line);
+  Save(app.Debug(), folder, "debug-log");
+  return 0;
+}
