@@ -24,6 +24,7 @@ class frmTarvenixEdit;
 class frmAbout;
 class frmTarvenixFirstCycFailures;
 class frmDebug;
+class frmTarvenixPlot;
 
 struct StartupOptions {
   QString programFolder;  // default: the folder of the running program
@@ -55,6 +56,8 @@ class App {
   frmTarvenixEdit& Edit();
   frmAbout& About();
   frmTarvenixFirstCycFailures& FirstCycFailures();
+  // The plot window (modeless), made once.
+  frmTarvenixPlot& Plot();
   // The debug log window, made on first use.
   frmDebug& Debug();
 
@@ -79,6 +82,7 @@ class App {
   frmTarvenixFirstCycFailures* firstCyc_ = nullptr;
   std::unique_ptr<frmAbout> about_;
   std::unique_ptr<frmDebug> debug_;
+  std::unique_ptr<frmTarvenixPlot> plot_;
 };
 
 // The name of the lock file that marks a running copy.
