@@ -1,8 +1,12 @@
 // tarvenix-screenshots: renders every window of the desktop program to PNG
 // files in a folder, so layouts can be looked at under any screen scaling
-// (QT_SCALE_FACTOR=1.5). Usage: tarvenix-screenshots OUTPUT_FOLDER
+// (QT_SCALE_FACTOR=1.5). Usage: tarvenix-screenshots OUTPUT_FOLDER [DATA_FILE]
+// With a data history file (channels 1 to 32), the main window shows its real
+// analysis instead of sample lines.
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -18,6 +22,7 @@
 #include "app/frmTarvenixData.h"
 #include "app/frmTarvenixOptions.h"
 #include "app/frmTarvenixSetup.h"
+#include "input/frmTarvenixChSelFile.h"
 #include "input/frmTarvenixFirstCycFailures.h"
 
 namespace {
@@ -34,8 +39,8 @@ void Save(QWidget& w, const QDir& folder, const char* name) {
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  if (argc != 2) {
-    std::fprintf(stderr, "Usage: tarvenix-screenshots OUTPUT_FOLDER\n");
+  if (argc != 2 && argc != 3) {
+    std::fprintf(stderr, "Usage: tarvenix-screenshots OUTPUT_FOLDER [DATA_FILE]\n");
     return 2;
   }
   QDir folder(QString::fromLocal8Bit(argv[1]));
@@ -64,12 +69,29 @@ int main(int argc, char** argv) {
   record.sLastCh = "32";
 
   auto& main = app.MainWindow();
-  main.UpdateTextBox("Reading data history file ...");
-  main.UpdateTextBox("Data Set #1");
-  main.UpdateTextBox("BETA = 2.41");
-  main.UpdateTextBox("N50 = 1834 (1602 - 2099)");
-  main.UpdateTextBox("R-Squared = 0.97");
-  main.UpdateStatus("Analysis complete.");
+  if (argc == 3) {
+    // A real data set through the setup dialog's OK.
+    s.iNumDataSets = 0;
+    s.iDataSetNum = 0;
+    s.bDebug = false;
+    auto& setup = app.Setup();
+    setup.SetAddMode(true);
+    setup.SetReAnalyzeMode(false);
+    setup.Activate();
+    setup.findChild<QLineEdit*>(QStringLiteral("txtDataFile"))->setText(QString::fromLocal8Bit(argv[2]));
+    setup.findChild<QLineEdit*>(QStringLiteral("txtFirstCh"))->setText(QStringLiteral("1"));
+    setup.findChild<QLineEdit*>(QStringLiteral("txtLastCh"))->setText(QStringLiteral("32"));
+    setup.findChild<QLineEdit*>(QStringLiteral("MaskEdBoxDataID"))->setText(QStringLiteral("Board A, 85 C"));
+    setup.FinishUp();
+    s.bDebug = true;
+  } else {
+    main.UpdateTextBox("Reading data history file ...");
+    main.UpdateTextBox("Data Set #1");
+    main.UpdateTextBox("BETA = 2.41");
+    main.UpdateTextBox("N50 = 1834 (1602 - 2099)");
+    main.UpdateTextBox("R-Squared = 0.97");
+    main.UpdateStatus("Analysis complete.");
+  }
   main.Activate();
   Save(main, folder, "main-window");
 
@@ -91,6 +113,23 @@ int main(int argc, char** argv) {
   app.FirstCycFailures().UpdateData(flags);
   app.FirstCycFailures().UpdateCycleMsg(false);
   Save(app.FirstCycFailures(), folder, "first-cycle");
+  // The channel selection editor on its first page and on its last, whose
+  // four-digit captions are the widest.
+  auto& editor = app.ChSelFile();
+  s.sDataDir = "/home/lab/vorlantic/data";
+  editor.Activate(record.sDataFile);
+  for (int box : {0, 1, 2, 3, 4, 9, 17, 40, 63})
+    editor.findChild<QCheckBox*>(QStringLiteral("Check1_%1").arg(box))->setChecked(true);
+  Save(editor, folder, "chsel-editor");
+  for (int page = 0; page < 15; ++page)
+    editor.findChild<QAbstractButton*>(QStringLiteral("CmdBtnScrollRight"))->click();
+  for (int box : {58, 59, 60, 61, 62, 63})
+    editor.findChild<QCheckBox*>(QStringLiteral("Check1_%1").arg(box))->setChecked(true);
+  Save(editor, folder, "chsel-editor-last-page");
+  editor.findChild<QAbstractButton*>(QStringLiteral("Option1_1"))->click();
+  editor.findChild<QLineEdit*>(QStringLiteral("txtFirstCh"))->setText(QStringLiteral("17"));
+  editor.findChild<QLineEdit*>(QStringLiteral("txtLastCh"))->setText(QStringLiteral("1024"));
+  Save(editor, folder, "chsel-editor-range");
   for (const char* line : {"First pass: 1,204 lines", "Channel 3: event at data cycle 1", "Second pass done"})
     app.Debug().UpdateText(line);
   Save(app.Debug(), folder, "debug-log");

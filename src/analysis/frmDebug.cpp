@@ -85,10 +85,10 @@ void frmDebug::SaveLog() {
     if (cursor.hasSelection() && ui_.AskYesNo("Save selected text only?", modUtils::kMessageTitle))
       text = BoxToLog(cursor.selectedText());
     const std::string proposed = modUtils::JoinPath(session_.sDataDir, "debug.txt");
-    QString name = gui::FileDialogs::Ask(this, QStringLiteral("Save Debug Log"), QString(), ToQt(proposed), false);
+    QString name = gui::FileDialogs::Ask(this, QStringLiteral("Save Debug Log"), QString(), PathToQt(proposed), false);
     if (name.isEmpty()) return;
     int16_t iErr = 0;
-    auto file = modUtils::OpenFile(session_, ui_, "Output", FromQt(QDir::toNativeSeparators(name)), iErr);
+    auto file = modUtils::OpenFile(session_, ui_, "Output", PathFromQt(name), iErr);
     if (!file) return;
     file->PrintLine(text);
     file->Close();

@@ -17,6 +17,7 @@
 #include "app/frmTarvenixData.h"
 #include "app/frmTarvenixOptions.h"
 #include "app/frmTarvenixSetup.h"
+#include "input/frmTarvenixChSelFile.h"
 #include "input/frmTarvenixFirstCycFailures.h"
 #include "plot/frmTarvenixPlot.h"
 
@@ -51,12 +52,12 @@ App::StartResult App::Main() {
   }
 
   modUtils::Trapped(session, ui, "modTarvenix.Main", [&] {
-    std::string programFolder = FromQt(QDir::toNativeSeparators(options_.programFolder));
+    std::string programFolder = PathFromQt(options_.programFolder);
     std::string commonAppData;
     try {
       commonAppData = modUtils::CommonAppDataFolder();
     } catch (...) {
-      commonAppData = FromQt(QDir::toNativeSeparators(QDir::homePath()));
+      commonAppData = PathFromQt(QDir::homePath());
     }
     modTarvenix::StartSession(session, ui, programFolder, commonAppData);
   });
@@ -93,6 +94,7 @@ void App::LoadWindows() {
   Edit();
   FirstCycFailures();
   Plot();
+  ChSelFile();
   Debug();
 }
 
@@ -135,6 +137,11 @@ frmTarvenixFirstCycFailures& App::FirstCycFailures() {
   return *firstCyc_;
 }
 
+frmTarvenixChSelFile& App::ChSelFile() {
+  if (!chSelFile_) chSelFile_ = new frmTarvenixChSelFile(*this, &Setup());
+  return *chSelFile_;
+}
+
 frmDebug& App::Debug() {
   if (!debug_) debug_ = std::make_unique<frmDebug>(session, ui);
   return *debug_;
@@ -146,7 +153,8 @@ frmTarvenixPlot& App::Plot() {
 }
 
 void App::UnloadWindows() {
-  for (QWidget* w : std::initializer_list<QWidget*>{setup_, options_dialog_, select_, edit_, about_.get(), firstCyc_})
+  for (QWidget* w : std::initializer_list<QWidget*>{chSelFile_, setup_, options_dialog_, select_, edit_, about_.get(),
+                                                   firstCyc_})
     if (w) w->hide();
   if (plot_) plot_->hide();
   if (debug_) debug_->close();

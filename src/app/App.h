@@ -23,6 +23,7 @@ class frmTarvenixSelectDataSet;
 class frmTarvenixEdit;
 class frmAbout;
 class frmTarvenixFirstCycFailures;
+class frmTarvenixChSelFile;
 class frmDebug;
 class frmTarvenixPlot;
 
@@ -58,6 +59,8 @@ class App {
   frmTarvenixFirstCycFailures& FirstCycFailures();
   // The plot window (modeless), made once.
   frmTarvenixPlot& Plot();
+  // The channel selection file editor, over the setup dialog.
+  frmTarvenixChSelFile& ChSelFile();
   // The debug log window, made on first use.
   frmDebug& Debug();
 
@@ -80,6 +83,7 @@ class App {
   frmTarvenixSelectDataSet* select_ = nullptr;
   frmTarvenixEdit* edit_ = nullptr;
   frmTarvenixFirstCycFailures* firstCyc_ = nullptr;
+  frmTarvenixChSelFile* chSelFile_ = nullptr;  // a child of the setup dialog
   std::unique_ptr<frmAbout> about_;
   std::unique_ptr<frmDebug> debug_;
   std::unique_ptr<frmTarvenixPlot> plot_;

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -103,7 +104,7 @@ QString FileDialogs::ToQtFilter(const QString& filter) {
 }
 
 QString FileDialogs::Ask(QWidget* parent, const QString& title, const QString& filter, const QString& defaultName,
-                         bool open) {
+                         bool open, bool confirmOverwrite) {
   gLastDefaultName = defaultName;
   gLastFilter = ToQtFilter(filter);
   if (!FileNames().empty()) {
@@ -113,7 +114,9 @@ QString FileDialogs::Ask(QWidget* parent, const QString& title, const QString& f
   }
   if (gTestMode) return {};
   return open ? QFileDialog::getOpenFileName(parent, title, defaultName, gLastFilter)
-              : QFileDialog::getSaveFileName(parent, title, defaultName, gLastFilter);
+              : QFileDialog::getSaveFileName(parent, title, defaultName, gLastFilter, nullptr,
+                                             confirmOverwrite ? QFileDialog::Options()
+                                                              : QFileDialog::DontConfirmOverwrite);
 }
 
 // --- Documents --------------------------------------------------------------
@@ -134,6 +137,16 @@ void Documents::Clear() {
   gOpened.clear();
   gOpenSucceeds = true;
 }
+
+// --- Sounds -----------------------------------------------------------------
+
+namespace {
+QStringList gPlayed;
+}  // namespace
+
+QStringList SoundLog::Played() { return gPlayed; }
+void SoundLog::Clear() { gPlayed.clear(); }
+void SoundLog::Record(const QString& path) { gPlayed << QFileInfo(path).fileName(); }
 
 // --- Print dialog -----------------------------------------------------------
 

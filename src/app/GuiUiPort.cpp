@@ -3,6 +3,8 @@
 #include "app/Dialogs.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QAudioDevice>
 #include <QMediaDevices>
 #include <QEventLoop>
@@ -26,6 +28,10 @@ std::string FromQt(const QString& text) {
   QByteArray bytes = text.toLatin1();
   return std::string(bytes.constData(), static_cast<std::size_t>(bytes.size()));
 }
+
+QString PathToQt(const std::string& path) { return QDir::toNativeSeparators(QFile::decodeName(path.c_str())); }
+
+std::string PathFromQt(const QString& path) { return QFile::encodeName(QDir::toNativeSeparators(path)).toStdString(); }
 
 void GuiUiPort::UpdateStatus(const std::string& sMsg) {
   if (hooks_.updateStatus) hooks_.updateStatus(sMsg);
@@ -66,9 +72,13 @@ void GuiUiPort::DebugPrint(const std::string& line) {
 void GuiUiPort::PlaySoundFile(const std::string& path) {
   // Plays to the end before returning, as the sounds mark steps of the work;
   // with no audio device there is nothing to wait for.
+  if (gui::DialogTestMode()) {
+    gui::SoundLog::Record(PathToQt(path));
+    return;
+  }
   if (QMediaDevices::audioOutputs().isEmpty()) return;
   QSoundEffect effect;
-  effect.setSource(QUrl::fromLocalFile(QString::fromLocal8Bit(path.c_str())));
+  effect.setSource(QUrl::fromLocalFile(PathToQt(path)));
   QEventLoop loop;
   QObject::connect(&effect, &QSoundEffect::playingChanged, &loop, [&] {
     if (!effect.isPlaying()) loop.quit();
@@ -85,7 +95,7 @@ void GuiUiPort::PlaySoundFile(const std::string& path) {
 void GuiUiPort::DoEvents() { QCoreApplication::processEvents(); }
 
 bool GuiUiPort::OpenDocument(const std::string& path) {
-  return gui::Documents::Open(ToQt(path));
+  return gui::Documents::Open(PathToQt(path));
 }
 
 }  // namespace tarvenix

@@ -46,5 +46,10 @@ class GuiUiPort : public UiPort {
 // above 127 are shown as Latin-1.
 QString ToQt(const std::string& text);
 std::string FromQt(const QString& text);
+// File and folder names between the windows and the files: the system's own
+// encoding of names (UTF-8 on Linux), so a name with accents opens the file it
+// names. Native separators.
+QString PathToQt(const std::string& path);
+std::string PathFromQt(const QString& path);
 
 }  // namespace tarvenix

@@ -24,6 +24,7 @@
 #include "analysis/Messages.h"
 #include "analysis/PrintRawData.h"
 #include "analysis/Report.h"
+#include "analysis/Sound.h"
 #include "analysis/Utils.h"
 #include "app/App.h"
 #include "app/DataSetChoosers.h"
@@ -172,7 +173,11 @@ void frmTarvenixData::BuildControls() {
 
 void frmTarvenixData::UpdateStatus(const std::string& sMsg) {
   status_->setText(ToQt(sMsg));
-  if (sMsg == modTarvenix::kAnalysisComplete) analysisDone_ = true;
+  if (sMsg == modTarvenix::kAnalysisComplete) {
+    analysisDone_ = true;
+    // A finished analysis is announced, as reading and errors are.
+    modSound::PlaySound(app_.session, app_.ui, modSound::Sound::Ping);
+  }
 }
 
 void frmTarvenixData::UpdateTextBox(const std::string& sMsg) {
@@ -338,9 +343,9 @@ void frmTarvenixData::Save() {
   RunTrapped("frmTarvenixData.CmdSave_Click", [&] {
     Session& s = app_.session;
     QString name = gui::FileDialogs::Ask(this, QStringLiteral("Save Analysis"), QString(),
-                                         ToQt(modUtils::JoinPath(s.sDataDir, "analysis.txt")), false);
+                                         PathToQt(modUtils::JoinPath(s.sDataDir, "analysis.txt")), false);
     if (name.isEmpty()) return;
-    const std::string path = FromQt(QDir::toNativeSeparators(name));
+    const std::string path = PathFromQt(name);
     int16_t iErr = 0;
     modTarvenix::SaveRawData(s, app_.ui, path, iErr);
     if (iErr != 0) return;
@@ -369,8 +374,8 @@ void frmTarvenixData::ViewDataFile() {
       modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Can't find Quillet.exe. Try reinstalling Vorlantic.");
       return;
     }
-    const QStringList arguments{ToQt(file), ToQt(basic::Format(90.0, "000"))};
-    if (!QProcess::startDetached(ToQt(viewer), arguments, ToQt(s.sAppPath)))
+    const QStringList arguments{PathToQt(file), ToQt(basic::Format(90.0, "000"))};
+    if (!QProcess::startDetached(PathToQt(viewer), arguments, PathToQt(s.sAppPath)))
       modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Could not open the file " + viewer);
   });
 }
@@ -421,7 +426,7 @@ void frmTarvenixData::OpenExplorer() {
     Session& s = app_.session;
     std::string folder = s.sDataDir;
     if (folder.empty() || !modUtils::IsDirectory(folder)) folder = s.sDefaultDataDir;
-    if (folder.empty() || !modUtils::IsDirectory(folder)) folder = FromQt(QDir::toNativeSeparators(QDir::homePath()));
+    if (folder.empty() || !modUtils::IsDirectory(folder)) folder = PathFromQt(QDir::homePath());
     modUtils::ShellExec(s, app_.ui, folder);
   });
 }

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "analysis/Basic.h"
@@ -21,6 +22,7 @@
 #include "app/SetupSequence.h"
 #include "app/UpDown.h"
 #include "app/frmTarvenixData.h"
+#include "input/frmTarvenixChSelFile.h"
 
 namespace tarvenix {
 namespace {
@@ -66,7 +68,7 @@ void frmTarvenixSetup::keyPressEvent(QKeyEvent* event) {
 
 void frmTarvenixSetup::BuildControls() {
   MaskEdBoxDataID_ = TextBox(this, "MaskEdBoxDataID", "Specify a text ID for this data set");
-  MaskEdBoxDataID_->setMaxLength(64);
+  MaskEdBoxDataID_->setMaxLength(128);
   txtDataFile_ = TextBox(this, "txtDataFile", "Specify the data history file");
   txtDataFile_->setMinimumWidth(380);
   cmdDataFile_ = gui::MakeButton(this, "cmdDataFile", "Browse...", "Press to select data history file");
@@ -229,17 +231,28 @@ void frmTarvenixSetup::Activate() {
   if (!caption.empty()) setWindowTitle(ToQt(caption));
   SetControlValues(controls);
   txtDataFile_->setFocus();
+  CaretsToEnds();
+  if (reAnalyzeMode_) FinishUp();
+}
+
+void frmTarvenixSetup::CaretsToEnds() {
   // The carets at the ends, so the file names show their last parts.
   txtDataFile_->setCursorPosition(static_cast<int>(txtDataFile_->text().size()));
   txtChSelFile_->setCursorPosition(static_cast<int>(txtChSelFile_->text().size()));
-  if (reAnalyzeMode_) FinishUp();
+}
+
+void frmTarvenixSetup::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  // Showing a dialog focuses its box as if tabbed into, which selects the whole
+  // name; once that has happened, the caret goes back to the end.
+  QTimer::singleShot(0, this, &frmTarvenixSetup::CaretsToEnds);
 }
 
 setup::SetupMode frmTarvenixSetup::Mode() const { return setup::ModeOf(addMode_, reAnalyzeMode_); }
 
 DataSetSettings frmTarvenixSetup::ControlValues() const {
   DataSetSettings r;
-  r.sDataFile = FromQt(txtDataFile_->text());
+  r.sDataFile = PathFromQt(txtDataFile_->text());
   r.sDataID = FromQt(MaskEdBoxDataID_->text());
   r.bNumOccurrences = btnNumOccurrences_->isChecked();
   r.bIPCOccurrences = btnIPCOccurrences_->isChecked();
@@ -250,12 +263,12 @@ DataSetSettings frmTarvenixSetup::ControlValues() const {
   r.sFirstCh = FromQt(txtFirstCh_->text());
   r.sLastCh = FromQt(txtLastCh_->text());
   r.bChSelFile = btnSelDataFile_->isChecked();
-  r.sChSelFile = FromQt(txtChSelFile_->text());
+  r.sChSelFile = PathFromQt(txtChSelFile_->text());
   return r;
 }
 
 void frmTarvenixSetup::SetControlValues(const DataSetSettings& r) {
-  txtDataFile_->setText(ToQt(r.sDataFile));
+  txtDataFile_->setText(PathToQt(r.sDataFile));
   MaskEdBoxDataID_->setText(ToQt(r.sDataID));
   // Each pair of choices is exclusive; a record that names neither keeps the
   // dialog's current choice.
@@ -268,7 +281,7 @@ void frmTarvenixSetup::SetControlValues(const DataSetSettings& r) {
   txtFirstCh_->setText(ToQt(r.sFirstCh));
   txtLastCh_->setText(ToQt(r.sLastCh));
   if (r.bChSelFile) btnSelDataFile_->setChecked(true);
-  txtChSelFile_->setText(ToQt(r.sChSelFile));
+  txtChSelFile_->setText(PathToQt(r.sChSelFile));
 }
 
 void frmTarvenixSetup::SaveFormSettings() {
@@ -299,7 +312,7 @@ void frmTarvenixSetup::Cancel() {
 }
 
 void frmTarvenixSetup::SetChSelFile(const std::string& sChSelFile) {
-  txtChSelFile_->setText(ToQt(sChSelFile));
+  txtChSelFile_->setText(PathToQt(sChSelFile));
   txtChSelFile_->setCursorPosition(static_cast<int>(txtChSelFile_->text().size()));
 }
 
@@ -320,10 +333,10 @@ void frmTarvenixSetup::BrowseDataFile() {
   Session& s = app_.session;
   modUtils::Trapped(s, app_.ui, "frmTarvenixSetup.cmdDataFile", [&] {
     QString name = gui::FileDialogs::Ask(this, QStringLiteral("Select Data History File"),
-                                         QString::fromLatin1(kDataFileFilter), ToQt(s.sDataDir), true);
+                                         QString::fromLatin1(kDataFileFilter), PathToQt(s.sDataDir), true);
     if (name.isEmpty()) return;
-    std::string path = FromQt(QDir::toNativeSeparators(name));
-    txtDataFile_->setText(ToQt(path));
+    std::string path = PathFromQt(name);
+    txtDataFile_->setText(PathToQt(path));
     txtDataFile_->setCursorPosition(static_cast<int>(txtDataFile_->text().size()));
     std::string folder, file;
     modUtils::GetPathAndFilename(path, folder, file);
@@ -340,10 +353,10 @@ void frmTarvenixSetup::BrowseChSelFile() {
       return;
     }
     std::string folder, file;
-    modUtils::GetPathAndFilename(FromQt(txtDataFile_->text()), folder, file);
+    modUtils::GetPathAndFilename(PathFromQt(txtDataFile_->text()), folder, file);
     QString name = gui::FileDialogs::Ask(this, QStringLiteral("Select Channel Selection File"),
-                                         QString::fromLatin1(kChSelFileFilter), ToQt(folder), true);
-    if (!name.isEmpty()) SetChSelFile(FromQt(QDir::toNativeSeparators(name)));
+                                         QString::fromLatin1(kChSelFileFilter), PathToQt(folder), true);
+    if (!name.isEmpty()) SetChSelFile(PathFromQt(name));
   });
 }
 
@@ -355,9 +368,8 @@ void frmTarvenixSetup::CreateChSelFile() {
                             "You must select a Data History file before creating a Channel Selection file!");
       return;
     }
-    modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "",
-                          "The channel selection file editor is not available in this version yet. Write the "
-                          "channel numbers into a text file, one per line, and choose it with Browse.");
+    if (app_.ChSelFile().ShowModal(PathFromQt(txtDataFile_->text())))
+      modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Channel Selection File was created successfully.");
   });
 }
 

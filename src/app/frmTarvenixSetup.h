@@ -59,6 +59,7 @@ class frmTarvenixSetup : public QDialog {
  protected:
   void reject() override { Cancel(); }
   void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   void BuildControls();
@@ -69,6 +70,7 @@ class frmTarvenixSetup : public QDialog {
   void CreateChSelFile();
   void FocusControl(const std::string& objectName);
   setup::SetupMode Mode() const;
+  void CaretsToEnds();
 
   App& app_;
   bool addMode_ = false;

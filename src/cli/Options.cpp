@@ -200,8 +200,8 @@ std::string UsageText() {
          "  --chsel FILE             a channel selection file (chosen over --channels)\n"
          "  --cycles data|temp       count data cycles (default) or temperature/mechanical cycles\n"
          "  --limit N                a channel fails at its N-th event (default 1)\n"
-         "  --ipc                    use the IPC/JEDEC occurrence limit instead\n" +
-         std::string(kIpcRuleAvailable ? "" : "                           (not available in this version)\n") +
+         "  --ipc                    the IPC/JEDEC limit instead: failures from the event array\n"
+         "                           file beside FILE (its last 4 characters give way to .ipc)\n"
          "\n"
          "Options take their value as the next argument or after \"=\" (--limit=3).\n"
          "\n"

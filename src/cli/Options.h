@@ -40,10 +40,6 @@ struct Options {
 
 inline constexpr std::size_t kMaxDataSetGroups = 5;
 
-// The IPC/JEDEC occurrence rule is not implemented yet; a data set that asks for
-// it stops the run with a clear word instead of reporting no failures.
-inline constexpr bool kIpcRuleAvailable = false;
-
 struct ParseResult {
   Options options;
   std::string error;  // a usage error when not empty

@@ -39,7 +39,7 @@ void EnterDataSet(const DataSetOptions& d, DataSetSettings& c) {
 // Add Data Set and OK for each group, in order. Returns false when a data set
 // was not analysed to the end; stops as Cancel would when the dialog would stay
 // open.
-bool RunDataSets(const Options& o, Session& s, ConsoleUi& ui, std::ostream& err) {
+bool RunDataSets(const Options& o, Session& s, ConsoleUi& ui) {
   bool allComplete = true;
   for (const DataSetOptions& d : o.dataSets) {
     // Each group starts from the dialog's defaults: a channel range with empty
@@ -49,11 +49,6 @@ bool RunDataSets(const Options& o, Session& s, ConsoleUi& ui, std::ostream& err)
     controls.sOccurrenceLimit = "1";
     setup::ActivateSetup(s, ui, setup::SetupMode::Add, controls);
     EnterDataSet(d, controls);
-    if (d.ipc && !kIpcRuleAvailable) {
-      err << "tarvenix-cli: the IPC/JEDEC occurrence limit (--ipc) is not available in this version.\n";
-      setup::CancelSetup(s, ui);
-      return false;
-    }
     if (!setup::FinishUp(s, ui, setup::SetupMode::Add, controls).accepted) {
       setup::CancelSetup(s, ui);
       return false;
@@ -83,7 +78,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
   Session s;
   ApplyGlobalOptions(o, s);
   ConsoleUi ui(out, err, o.ignoreFirstCycles);
-  bool ok = RunDataSets(o, s, ui, err);
+  bool ok = RunDataSets(o, s, ui);
   if (o.reportFile) {
     int16_t iErr = 0;
     modTarvenix::SaveRawData(s, ui, *o.reportFile, iErr);

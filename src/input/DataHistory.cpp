@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "analysis/Basic.h"
@@ -12,6 +11,7 @@
 #include "analysis/Utils.h"
 #include "app/Session.h"
 #include "app/UiPort.h"
+#include "input/FirstCycle.h"
 #include "input/HistoryLines.h"
 #include "input/IpcEvents.h"
 #include "input/LineReader.h"
@@ -232,22 +232,8 @@ class CountLimitReader {
       s_.bTempCyclesAvailable = true;
       if (s_.bDebug) modUtils::DebugPrint(ui_, kCyclesAvailable);
     }
-    if (anyFlagged && !IgnoreFirstCycleEvents(flags)) return false;
+    if (anyFlagged && !IgnoreFirstCycleEvents(s_, ui_, flags)) return false;
     ui_.UpdateStatus(kWorkingStatus);
-    return true;
-  }
-
-  bool IgnoreFirstCycleEvents(const FirstCycleFlags& flags) {
-    const std::string kind = dataCycles_ ? "data-cycle" : "temp./mech.-cycle";
-    modSound::PlaySound(s_, ui_, modSound::Sound::Floop);
-    ui_.UpdateTextBox("First " + kind + " events found.");
-    // Closing the question without an answer leaves the last answer standing.
-    if (std::optional<bool> answer = ui_.AskIgnoreFirstCycleEvents(flags, dataCycles_)) s_.bIgnoreFirstCycles = *answer;
-    if (!s_.bIgnoreFirstCycles) {
-      ui_.UpdateTextBox("User has chosen not to ignore first " + kind + " events. Analysis stopped.");
-      return false;
-    }
-    ui_.UpdateTextBox("User has chosen to re-run analysis and ignore first " + kind + " events.");
     return true;
   }
 

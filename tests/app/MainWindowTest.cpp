@@ -93,6 +93,24 @@ TEST_F(MainWindowTest, StartsWithNoSettingsFileAndQuittingWritesIt) {
             "[General]\r\nN50/N63 Parameter=0\r\nFailure Fraction=0\r\nConfidence Level=0\r\nSound Status=False\r\n");
 }
 
+TEST_F(MainWindowTest, SoundsMarkTheStartAFinishedAnalysisAndMessagesWhileOn) {
+  for (const char* name : {"TurnOn.wav", "Ping.wav", "Attention.wav", "Floop.wav"}) {
+    std::filesystem::create_directories(programFolder.File("Sounds"));
+    programFolder.Write(std::string("Sounds/") + name, "RIFF");
+  }
+  StartApp();
+  EXPECT_EQ(gui::SoundLog::Played(), QStringList{"TurnOn.wav"});
+  Main().UpdateStatus("Analysis complete.");
+  Trigger("mnuHelpReadme");  // a notice: the readme is missing
+  EXPECT_EQ(gui::SoundLog::Played(), (QStringList{"TurnOn.wav", "Ping.wav", "Attention.wav"}));
+
+  gui::SoundLog::Clear();
+  Trigger("mnuUtilsEnableSounds");
+  Main().UpdateStatus("Analysis complete.");
+  Trigger("mnuHelpReadme");
+  EXPECT_TRUE(gui::SoundLog::Played().isEmpty());
+}
+
 TEST_F(MainWindowTest, ASecondCopyIsRefusedAndACrashedCopysLockIsNot) {
   MakeApp();
   QProcess holder;
@@ -252,9 +270,9 @@ TEST_F(MainWindowTest, ViewDatafileWithOneDataSetSkipsTheChooser) {
   MessageBoxes::Clear();
   Click(&Main(), "CmdViewDataFile");
   EXPECT_TRUE(MessageBoxes::History().empty());
-  for (int i = 0; i < 200 && !std::filesystem::exists(args); ++i) QTest::qWait(10);
-  QTest::qWait(20);
-  EXPECT_EQ(ReadAll(args), app->session.sDataFiles(1) + "|090|");
+  const std::string expected = app->session.sDataFiles(1) + "|090|";
+  for (int i = 0; i < 500 && ReadAll(args) != expected; ++i) QTest::qWait(10);
+  EXPECT_EQ(ReadAll(args), expected);
 
   // With the IPC/JEDEC limit chosen in the setup dialog, the event array file.
   Find<QRadioButton>(&app->Setup(), "btnIPCOccurrences")->setChecked(true);

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "HistorySimulator.h"
 #include "cli/Run.h"
 #include "support/FailureHistory.h"
 #include "support/TempDir.h"
@@ -116,8 +117,7 @@ TEST(CliRun, EntriesTheDialogWouldRefuse) {
       {{"--channels", "1-11", "--limit", "70000"}, {"MESSAGE: Error in frmTarvenixSetup.FinishUp - Error #6  Overflow", ""}},
       {{"--channels", "1-11", "--chsel", "missing.chs"},
        {"MESSAGE: The specified channel selection file could not be found."}},
-      {{"--channels", "1-11", "--ipc"},
-       {"tarvenix-cli: the IPC/JEDEC occurrence limit (--ipc) is not available in this version."}},
+      {{"--channels", "1-11", "--ipc"}, {"MESSAGE: The specified IPC/JEDEC file could not be found."}},
   };
   for (const Case& c : cases) {
     CliRun r;
@@ -127,6 +127,72 @@ TEST(CliRun, EntriesTheDialogWouldRefuse) {
     EXPECT_EQ(r.status, kExitIncomplete) << testing::PrintToString(c.options);
     EXPECT_EQ(r.ErrLines(), c.errTail) << testing::PrintToString(c.options);
     EXPECT_EQ(r.out.str(), "");
+  }
+}
+
+// The first data set's rows in a report: each row's failed count and cycle.
+std::vector<std::pair<int32_t, int32_t>> ReportRows(const std::string& report) {
+  std::vector<std::pair<int32_t, int32_t>> rows;
+  std::istringstream in(report);
+  bool inTable = false;
+  for (std::string line; std::getline(in, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (line.rfind("------ ", 0) == 0) {  // the dashes under the column heads
+      inTable = true;
+      continue;
+    }
+    if (!inTable) continue;
+    if (line.empty()) break;
+    const std::size_t comma = line.find(',');
+    rows.emplace_back(std::stoi(line.substr(0, comma)), std::stoi(line.substr(comma + 1)));
+  }
+  return rows;
+}
+
+TEST(CliRun, TheIpcJedecLimitRecoversASimulatedTestsFailures) {
+  struct Case {
+    sim::CycleLines lines;
+    const char* cycles;
+  } cases[] = {{sim::CycleLines::Temperature, "temp"}, {sim::CycleLines::Mechanical, "data"}};
+  for (const Case& c : cases) {
+    sim::SimOptions o;
+    o.channels = 40;
+    o.cycles = 1500;
+    o.eta = 900;
+    o.dataPerCycle = 2;
+    o.cycleLines = c.lines;
+    o.ipc = true;
+    o.ipcNoise = sim::MaxIpcNoise(c.lines);
+    o.firstCycleFailures = 2;
+    o.seed = 21;
+    const sim::SimTest planned = sim::PlanTest(o);
+    CliRun r;
+    const std::string history = r.dir.File("board.txt");
+    sim::WriteHistoryFile(o, planned, history);
+    sim::WriteEventArrayFile(o, planned, sim::EventArrayPath(history));
+    sim::WriteChannelSelectionFile(o, planned, r.dir.File("board-channels.txt"));
+    const std::string report = r.dir.File("analysis.txt");
+    r.Run({"--report", report, "--ignore-first-cycles", "yes", "--data", history, "--chsel",
+           r.dir.File("board-channels.txt"), "--cycles", c.cycles, "--ipc"});
+    EXPECT_EQ(r.status, kExitComplete) << c.cycles << "\n" << r.err.str();
+
+    const bool dataCycles = std::string(c.cycles) == "data";
+    const std::vector<int64_t> failures = sim::ExpectedIpcFailureCycles(o, planned, dataCycles, true);
+    std::vector<std::pair<int32_t, int32_t>> expected;
+    int32_t failed = 0;
+    for (std::size_t i = 0; i < failures.size(); ++i) {
+      ++failed;
+      if (i + 1 == failures.size() || failures[i + 1] != failures[i])
+        expected.emplace_back(failed, static_cast<int32_t>(failures[i]));
+    }
+    ASSERT_GE(expected.size(), 5u);
+    ASSERT_LT(failures.size(), 38u) << "some channels must survive";
+    EXPECT_EQ(ReportRows(ReadAll(report)), expected) << c.cycles;
+    const std::vector<std::string> out = r.OutLines();
+    EXPECT_NE(std::find(out.begin(), out.end(), "Occurrence limit to be considered: IPC/JEDEC Limit"), out.end());
+    EXPECT_NE(std::find(out.begin(), out.end(), "Channels failed under the IPC/JEDEC rule = " +
+                                                     std::to_string(failures.size())),
+              out.end());
   }
 }
 

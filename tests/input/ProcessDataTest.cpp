@@ -354,15 +354,5 @@ TEST(ProcessData, ASecondDataSetStartsOnAnEmptyLineAndClearsItsOldRows) {
   EXPECT_EQ(r.Counts(), (V{1, 2, 3, 4, 5}));
 }
 
-TEST(ProcessData, TheIpcJedecLimitHandsTheWorkToTheEventArrayReader) {
-  Reading r;
-  r.Setup(Lines({DataCycleLine(3), EventLine(1, {1, 2, 3, 4, 5})}), 1, 10, 1, true);
-  r.s.bNumOccurrences = false;
-  r.Read();
-  EXPECT_EQ(r.ui.textLines[5], "Occurrence limit to be considered: IPC/JEDEC Limit");
-  EXPECT_EQ(r.ui.textLines[7], "Number of analyzed events = 0");
-  EXPECT_EQ(r.iErr, 1);
-}
-
 }  // namespace
 }  // namespace tarvenix::test

@@ -12,11 +12,12 @@ Reading::Reading() {
 }
 
 namespace {
-DataSetSettings SetupFor(const std::string& dataFile, bool dataCycles) {
+DataSetSettings SetupFor(const std::string& dataFile, bool dataCycles, bool ipcLimit) {
   DataSetSettings setup;
   setup.sDataFile = dataFile;
   setup.sDataID = "Board 7";
-  setup.bNumOccurrences = true;
+  setup.bNumOccurrences = !ipcLimit;
+  setup.bIPCOccurrences = ipcLimit;
   setup.bDataCycles = dataCycles;
   setup.bTempCycles = !dataCycles;
   return setup;
@@ -30,7 +31,7 @@ void Reading::Setup(const std::string& content, int16_t first, int16_t last, int
 void Reading::SetupWithRange(const std::string& historyFile, int16_t first, int16_t last, int16_t limit,
                              bool dataCycles) {
   dataFile = historyFile;
-  DataSetSettings setup = SetupFor(dataFile, dataCycles);
+  DataSetSettings setup = SetupFor(dataFile, dataCycles, ipcLimit);
   setup.bFirstLastCh = true;
   modTarvenix::CheckSetupEntries(s, ui, setup, first, last, limit, iErr);
 }
@@ -42,10 +43,19 @@ void Reading::SetupWithFile(const std::string& content, const std::string& chSel
 void Reading::SetupFromFiles(const std::string& historyFile, const std::string& chSelFile, int16_t limit,
                              bool dataCycles) {
   dataFile = historyFile;
-  DataSetSettings setup = SetupFor(dataFile, dataCycles);
+  DataSetSettings setup = SetupFor(dataFile, dataCycles, ipcLimit);
   setup.bChSelFile = true;
   setup.sChSelFile = chSelFile;
   modTarvenix::CheckSetupEntries(s, ui, setup, 0, 0, limit, iErr);
+}
+
+void Reading::SetupIpc(const std::string& eventArray, int16_t first, int16_t last, bool dataCycles) {
+  ipcLimit = true;
+  dataFile = dir.File("run.txt");
+  dir.Write("run.ipc", eventArray);
+  DataSetSettings setup = SetupFor(dataFile, dataCycles, ipcLimit);
+  setup.bFirstLastCh = true;
+  modTarvenix::CheckSetupEntries(s, ui, setup, first, last, 1, iErr);
 }
 
 void Reading::Read() { modTarvenix::ProcessData(s, ui, iErr); }

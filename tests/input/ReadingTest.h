@@ -17,6 +17,8 @@ struct Reading {
   RecordingUi ui;
   int16_t iErr = 0;
   std::string dataFile;
+  // Set before a Setup: the IPC/JEDEC limit instead of the count limit.
+  bool ipcLimit = false;
 
   Reading();
   // Writes the data history file and checks the setup of data set 1 with the
@@ -27,6 +29,10 @@ struct Reading {
   void SetupWithFile(const std::string& content, const std::string& chSel, int16_t limit, bool dataCycles);
   // The same with files already written.
   void SetupFromFiles(const std::string& historyFile, const std::string& chSelFile, int16_t limit, bool dataCycles);
+  // The IPC/JEDEC limit with the channel range first..last: writes the event
+  // array file beside a data history file that does not exist (the limit reads
+  // only the event array).
+  void SetupIpc(const std::string& eventArray, int16_t first, int16_t last, bool dataCycles);
   void Read();
 
   // Rows 1..iNumEvents of the data set's failure data.

@@ -97,6 +97,101 @@ TEST(SimulatedTest, TheReaderFindsTheFailureCyclesTheSimulatorPlanted) {
   }
 }
 
+// The rows the IPC/JEDEC limit gives for these failure cycles: one per distinct
+// cycle with the running count of failed channels, one failure left out when
+// every channel failed.
+void GroupFailures(const std::vector<int64_t>& failures, int groupSize, std::vector<int32_t>& cycles,
+                   std::vector<int32_t>& counts) {
+  for (std::size_t i = 0; i < failures.size(); ++i) {
+    if (i == 0 || failures[i] != failures[i - 1]) {
+      cycles.push_back(static_cast<int32_t>(failures[i]));
+      counts.push_back(counts.empty() ? 0 : counts.back());
+    }
+    ++counts.back();
+  }
+  if (!counts.empty() && static_cast<int>(failures.size()) >= groupSize) {
+    --counts.back();
+    if (counts.size() > 1 && counts.back() == counts[counts.size() - 2]) {
+      counts.pop_back();
+      cycles.pop_back();
+    }
+  }
+}
+
+TEST(SimulatedTest, TheIpcJedecRuleFindsTheFailuresBehindTheNoise) {
+  const SimOptions noisyTemperature = With(Options(64, CycleLines::Temperature, 11), [](SimOptions& o) {
+    o.dataPerCycle = 3;
+    o.ipcNoise = 1;
+    o.eta = 900;
+  });
+  struct Case {
+    const char* what;
+    SimOptions options;
+    bool dataCycles;
+  } cases[] = {
+      {"temperature cycles, a noise event before many failures", noisyTemperature, false},
+      {"the same counted in data cycles", noisyTemperature, true},
+      {"mechanical cycles, up to seven noise events",
+       With(Options(48, CycleLines::Mechanical, 12), [](SimOptions& o) {
+         o.ipcNoise = 7;
+         o.eta = 1500;
+         o.cycles = 2000;
+       }),
+       false},
+      {"counted from START:/TSTART:", With(Options(40, CycleLines::Mechanical, 13),
+                                             [](SimOptions& o) {
+                                               o.ipcNoise = 3;
+                                               o.eta = 800;
+                                               o.dataPerCycle = 2;
+                                               o.start = o.tstart = 500;
+                                               o.startHeader = o.tstartHeader = true;
+                                             }),
+       true},
+      {"first-cycle failures ignored, ties in temperature cycles",
+       With(Options(1024, CycleLines::Temperature, 14),
+            [](SimOptions& o) {
+              o.firstCycleFailures = 4;
+              o.dataPerCycle = 10;
+              o.eta = 2000;
+              o.ipcNoise = 1;
+            }),
+       false},
+      {"every channel fails", With(Options(20, CycleLines::Temperature, 15), [](SimOptions& o) { o.eta = 100; }), true},
+  };
+  for (Case& c : cases) {
+    c.options.ipc = true;
+    ASSERT_EQ(sim::CheckOptions(c.options), "") << c.what;
+    const sim::SimTest planned = sim::PlanTest(c.options);
+    Reading r;
+    r.ipcLimit = true;
+    const std::string history = r.dir.File("run.txt");
+    sim::WriteEventArrayFile(c.options, planned, sim::EventArrayPath(history));
+    sim::WriteChannelSelectionFile(c.options, planned, r.dir.File("sel.txt"));
+    r.ui.firstCycleAnswers.push_back(true);
+    r.SetupFromFiles(history, r.dir.File("sel.txt"), 1, c.dataCycles);
+    r.Read();
+
+    const std::vector<int64_t> all = sim::ExpectedIpcFailureCycles(c.options, planned, c.dataCycles, false);
+    const std::vector<int64_t> failures = sim::ExpectedIpcFailureCycles(c.options, planned, c.dataCycles, true);
+    const int groupSize = c.options.channels - static_cast<int>(all.size() - failures.size());
+    std::vector<int32_t> cycles, counts;
+    GroupFailures(failures, groupSize, cycles, counts);
+    ASSERT_GE(cycles.size(), 5u) << c.what << ": the simulated test must give enough failures";
+    if (c.options.ipcNoise > 0) {
+      EXPECT_TRUE(std::any_of(planned.ipcFailures.begin(), planned.ipcFailures.end(),
+                              [](const sim::SimEvent& e) { return e.occurrence > 1; }))
+          << c.what << ": some failures must follow noise";
+    }
+
+    EXPECT_EQ(r.iErr, 0) << c.what;
+    EXPECT_EQ(r.s.iGroupSize(1), groupSize) << c.what;
+    EXPECT_EQ(r.Cycles(), cycles) << c.what;
+    EXPECT_EQ(r.Counts(), counts) << c.what;
+    EXPECT_EQ(r.s.iCycleType, c.options.cycleLines == CycleLines::Mechanical ? 2 : 1) << c.what;
+    EXPECT_EQ(r.CallsFrom("FIRSTCYCLE").empty(), all.size() == failures.size()) << c.what;
+  }
+}
+
 TEST(SimulatedTest, ASeedGivesTheSameFileEveryTime) {
   TempDir dir;
   SimOptions o = Options(64, CycleLines::Temperature, 42);

@@ -39,6 +39,7 @@ void GuiTest::SetUp() {
   gui::SetDialogTestMode(true);
   gui::MessageBoxes::Clear();
   gui::Documents::Clear();
+  gui::SoundLog::Clear();
   gui::PrintDialogs::SetPrinterInstalled(true);
 }
 

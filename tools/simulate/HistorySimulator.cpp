@@ -40,6 +40,65 @@ int64_t CycleOf(const SimOptions& o, int64_t testCycle) {
   return o.tstart + (testCycle + o.dataPerCycle - 1) / o.dataPerCycle;
 }
 
+// The first and last test cycles within temperature/mechanical cycle `cycle`.
+int64_t FirstTestCycleIn(const SimOptions& o, int64_t cycle) { return (cycle - o.tstart - 1) * o.dataPerCycle + 1; }
+int64_t LastTestCycleIn(const SimOptions& o, int64_t cycle) { return (cycle - o.tstart) * o.dataPerCycle; }
+
+// Uniform in lo..hi.
+int64_t Between(Random& random, int64_t lo, int64_t hi) {
+  return lo + static_cast<int64_t>(random.Next() % static_cast<uint64_t>(hi - lo + 1));
+}
+
+// One channel's events for the IPC/JEDEC rule: isolated noise events the rule
+// rejects, then the failure's burst starting at the channel's life, then a few
+// more events. The failure counts when its whole burst lies within the test.
+void PlanIpcChannel(const SimOptions& o, Random& random, int channel, int64_t life, SimTest& test) {
+  const bool mechanical = o.cycleLines == CycleLines::Mechanical;
+  const int64_t failCycle = CycleOf(o, life);
+  std::vector<int64_t> noiseCycles;
+  const int noise = random.Below(o.ipcNoise + 1);
+  if (mechanical) {
+    // Each more than 5 cycles before the next event, so the 3 events after it
+    // never lie within 5 cycles of it.
+    int64_t next = failCycle;
+    for (int i = 0; i < noise; ++i) {
+      const int64_t cycle = next - 6 - random.Below(20);
+      if (cycle <= o.tstart) break;
+      noiseCycles.push_back(cycle);
+      next = cycle;
+    }
+  } else if (noise > 0) {
+    // Below the failure's count by more than 10 %: the ninth event after it,
+    // in the burst, then lies beyond 1.1 times its count.
+    const int64_t highest = (10 * failCycle - 1) / 11;
+    if (highest > o.tstart) noiseCycles.push_back(Between(random, o.tstart + 1, highest));
+  }
+  std::vector<int64_t> times;
+  for (int64_t cycle : noiseCycles)
+    times.push_back(Between(random, FirstTestCycleIn(o, cycle), LastTestCycleIn(o, cycle)));
+
+  // The burst: the failure and the events that confirm it, within the rule's
+  // window and possibly several in one data cycle.
+  const int64_t windowEnd = mechanical ? failCycle + 5 : 11 * failCycle / 10;
+  const int burst = mechanical ? 4 : 10;
+  std::vector<int64_t> confirming;
+  for (int i = 1; i < burst; ++i) confirming.push_back(Between(random, life, LastTestCycleIn(o, windowEnd)));
+  std::sort(confirming.begin(), confirming.end());
+  times.push_back(life);
+  times.insert(times.end(), confirming.begin(), confirming.end());
+  const int64_t burstEnd = times.back();
+  for (int64_t t = burstEnd, more = random.Below(3); more > 0; --more) times.push_back(t += 1 + random.Below(o.maxGap));
+
+  std::sort(times.begin(), times.end());
+  int occurrence = 0;
+  for (int64_t t : times) {
+    if (t > o.cycles) break;
+    test.events.push_back({channel, ++occurrence, o.start + t, CycleOf(o, t)});
+  }
+  if (burstEnd <= o.cycles)
+    test.ipcFailures.push_back({channel, static_cast<int>(noiseCycles.size()) + 1, o.start + life, failCycle});
+}
+
 // Buffered output: the file is written in large blocks.
 class Output {
  public:
@@ -187,6 +246,15 @@ void WriteNoise(Output& out, Random& random, int64_t testCycle, int index) {
 
 }  // namespace
 
+int MaxIpcNoise(CycleLines lines) {
+  switch (lines) {
+    case CycleLines::Temperature: return 1;
+    case CycleLines::Mechanical: return 7;
+    case CycleLines::None: break;
+  }
+  return 0;
+}
+
 std::string CheckOptions(const SimOptions& o) {
   if (o.channels < 1 || o.channels > 1024) return "--channels must be 1 to 1024";
   if (o.firstChannel < 1 || o.firstChannel + o.channels - 1 > 1024) return "the channels must lie within 1 to 1024";
@@ -203,6 +271,10 @@ std::string CheckOptions(const SimOptions& o) {
   if (o.start < 0 || o.start > 1000000000 || o.tstart < 0 || o.tstart > 1000000000)
     return "--start and --tstart must be 0 to 1000000000";
   if (o.lineEnd != "\r\n" && o.lineEnd != "\n" && o.lineEnd != "\r") return "the line end must be crlf, lf or cr";
+  if (o.ipc && o.cycleLines == CycleLines::None) return "--ipc needs --cycle-lines temp or mech";
+  if (o.ipcNoise != 0 && !o.ipc) return "--ipc-noise needs --ipc";
+  if (o.ipcNoise < 0 || o.ipcNoise > MaxIpcNoise(o.cycleLines))
+    return "--ipc-noise must be 0 to " + std::to_string(MaxIpcNoise(o.cycleLines)) + " with these cycle lines";
   return "";
 }
 
@@ -222,6 +294,10 @@ SimTest PlanTest(const SimOptions& o) {
   const int64_t earliest = std::max<int64_t>(2, o.dataPerCycle + 1);
   for (int channel : test.channels) {
     int64_t t = failsAtOnce[static_cast<std::size_t>(channel)] ? 1 : std::max(earliest, WeibullLife(random, o.beta, o.eta));
+    if (o.ipc) {
+      PlanIpcChannel(o, random, channel, t, test);
+      continue;
+    }
     const int count = 1 + random.Below(o.occurrences);
     for (int occurrence = 1; occurrence <= count; ++occurrence) {
       if (occurrence > 1) t += 1 + random.Below(o.maxGap);
@@ -283,6 +359,46 @@ void WriteChannelSelectionFile(const SimOptions& o, const SimTest& test, const s
   out.Close();
 }
 
+std::string EventArrayPath(const std::string& historyPath) {
+  return historyPath.substr(0, historyPath.size() < 4 ? 0 : historyPath.size() - 4) + ".ipc";
+}
+
+void WriteEventArrayFile(const SimOptions& o, const SimTest& test, const std::string& path) {
+  constexpr std::size_t kKept = 11;
+  std::vector<std::vector<const SimEvent*>> byChannel(1025);
+  for (const SimEvent& e : test.events) {
+    std::vector<const SimEvent*>& kept = byChannel[static_cast<std::size_t>(e.channel)];
+    if (kept.size() < kKept) kept.push_back(&e);
+  }
+  const bool mechanical = o.cycleLines == CycleLines::Mechanical;
+  Output out(path, o.lineEnd);
+  out << "' Vorlantic event array file";
+  out.EndLine();
+  out << "' Simulated test, seed " << static_cast<int64_t>(o.seed) << ", channels "
+      << static_cast<int64_t>(test.channels.front()) << " to " << static_cast<int64_t>(test.channels.back());
+  out.EndLine();
+  out << "' channel: data cycles of its first 11 events, " << (mechanical ? "M" : "T")
+      << (mechanical ? ", the same events in mechanical cycles" : ", the same events in temperature cycles");
+  out.EndLine();
+  for (std::size_t channel = 1; channel <= 1024; ++channel) {
+    char number[8];
+    std::snprintf(number, sizeof number, "%4zu:", channel);
+    out << std::string_view(number);
+    const std::vector<const SimEvent*>& kept = byChannel[channel];
+    for (std::size_t i = 0; i < kKept; ++i) {
+      if (i < kept.size()) out << kept[i]->dataCycle;
+      out << ",";
+    }
+    out << (mechanical ? "M" : "T");
+    for (std::size_t i = 0; i < kKept; ++i) {
+      if (i < kept.size()) out << kept[i]->cycle;
+      out << ",";
+    }
+    out.EndLine();
+  }
+  out.Close();
+}
+
 void WriteTruthFile(const SimOptions& o, const SimTest& test, const std::string& path) {
   Output out(path, o.lineEnd);
   out << "channel,occurrence,data_cycle,cycle";
@@ -300,6 +416,18 @@ std::vector<int64_t> ExpectedFailureCycles(const SimOptions& o, const SimTest& t
   std::vector<int64_t> cycles;
   for (const SimEvent& e : test.events) {
     if (e.occurrence != limit) continue;
+    const int64_t counted = dataCycles ? e.dataCycle : e.cycle;
+    if (withoutFirstCycle && counted < 2) continue;
+    cycles.push_back(counted - (dataCycles ? o.start : o.tstart));
+  }
+  std::sort(cycles.begin(), cycles.end());
+  return cycles;
+}
+
+std::vector<int64_t> ExpectedIpcFailureCycles(const SimOptions& o, const SimTest& test, bool dataCycles,
+                                              bool withoutFirstCycle) {
+  std::vector<int64_t> cycles;
+  for (const SimEvent& e : test.ipcFailures) {
     const int64_t counted = dataCycles ? e.dataCycle : e.cycle;
     if (withoutFirstCycle && counted < 2) continue;
     cycles.push_back(counted - (dataCycles ? o.start : o.tstart));

@@ -32,7 +32,16 @@ struct SimOptions {
   int64_t tstart = 0;          // temperature/mechanical cycles counted before it (TSTART:)
   bool startHeader = false;    // write START: into the channel selection file
   bool tstartHeader = false;   // write TSTART:
+  // Events shaped for the IPC/JEDEC rule: each failure is a burst that the rule
+  // confirms (10 events within 10 % of its temperature count, or 4 within 5
+  // mechanical cycles), after up to ipcNoise isolated events that it rejects.
+  bool ipc = false;
+  int ipcNoise = 0;
 };
+
+// Isolated events the event array can hold before a failure's burst: it keeps
+// 11 events, and the burst needs 10 (temperature) or 4 (mechanical).
+int MaxIpcNoise(CycleLines lines);
 
 // One event as it stands in the file.
 struct SimEvent {
@@ -46,6 +55,8 @@ struct SimEvent {
 struct SimTest {
   std::vector<int> channels;
   std::vector<SimEvent> events;
+  // With ipc: the first event of each burst that was complete within the test.
+  std::vector<SimEvent> ipcFailures;
 };
 
 // Checks the options; an empty text when they are usable, else what is wrong.
@@ -59,6 +70,14 @@ void WriteHistoryFile(const SimOptions& options, const SimTest& test, const std:
 // Writes the channel selection file: the optional START:/TSTART: lines, then
 // one channel a line.
 void WriteChannelSelectionFile(const SimOptions& options, const SimTest& test, const std::string& path);
+// Writes the event array file: a comment header, then one line for each of
+// channels 1 to 1024 with the data cycles of its first 11 events, "T" or "M",
+// and the same events' temperature or mechanical cycles; each count is followed
+// by "," and a slot without an event is left empty.
+void WriteEventArrayFile(const SimOptions& options, const SimTest& test, const std::string& path);
+// The event array file beside a data history file: its path less the last four
+// characters, then ".ipc".
+std::string EventArrayPath(const std::string& historyPath);
 // Writes every event as "channel,occurrence,data_cycle,cycle" under a header.
 void WriteTruthFile(const SimOptions& options, const SimTest& test, const std::string& path);
 
@@ -68,5 +87,9 @@ void WriteTruthFile(const SimOptions& options, const SimTest& test, const std::s
 // the first cycle are left out when `withoutFirstCycle`.
 std::vector<int64_t> ExpectedFailureCycles(const SimOptions& options, const SimTest& test, int limit,
                                            bool dataCycles, bool withoutFirstCycle);
+// The same under the IPC/JEDEC rule: each confirmed burst's first event, in
+// ascending order (tied channels each listed).
+std::vector<int64_t> ExpectedIpcFailureCycles(const SimOptions& options, const SimTest& test, bool dataCycles,
+                                              bool withoutFirstCycle);
 
 }  // namespace tarvenix::sim

@@ -37,6 +37,11 @@ const char* const kUsage =
     "  --tstart N                temperature/mechanical cycles before it; writes TSTART: N (none)\n"
     "  --chsel FILE              also write a channel selection file\n"
     "  --truth FILE              also write every event as channel,occurrence,data_cycle,cycle\n"
+    "  --ipc                     shape each failure for the IPC/JEDEC rule and also write the event\n"
+    "                            array file (OUTPUT less its last 4 characters, then .ipc); needs\n"
+    "                            --cycle-lines temp or mech\n"
+    "  --ipc-noise N             isolated events the rule rejects before a failure, 0 to N\n"
+    "                            (at most 1 with temp, 7 with mech) (0)\n"
     "  --help                    this text\n";
 
 template <typename T>
@@ -67,6 +72,10 @@ int main(int argc, char** argv) {
       std::fputs(kUsage, stdout);
       return 0;
     }
+    if (arg == "--ipc") {
+      o.ipc = true;
+      continue;
+    }
     if (arg.rfind("--", 0) != 0 || arg == "-") {
       if (!output.empty()) return Fail("more than one OUTPUT given");
       output = arg;
@@ -84,6 +93,7 @@ int main(int argc, char** argv) {
     else if (arg == "--occurrences") ok = ParseNumber(value, o.occurrences);
     else if (arg == "--max-gap") ok = ParseNumber(value, o.maxGap);
     else if (arg == "--data-per-cycle") ok = ParseNumber(value, o.dataPerCycle);
+    else if (arg == "--ipc-noise") ok = ParseNumber(value, o.ipcNoise);
     else if (arg == "--first-cycle-failures") ok = ParseNumber(value, o.firstCycleFailures);
     else if (arg == "--noise") ok = ParseNumber(value, o.noise);
     else if (arg == "--wrap") ok = ParseNumber(value, o.wrap);
@@ -108,10 +118,12 @@ int main(int argc, char** argv) {
   }
   if (output.empty()) return Fail("no OUTPUT given (see --help)");
   if (std::string problem = tarvenix::sim::CheckOptions(o); !problem.empty()) return Fail(problem);
+  if (o.ipc && (output == "-" || output.size() < 5)) return Fail("--ipc needs an OUTPUT file name of 5 characters or more");
 
   try {
     const tarvenix::sim::SimTest test = tarvenix::sim::PlanTest(o);
     tarvenix::sim::WriteHistoryFile(o, test, output);
+    if (o.ipc) tarvenix::sim::WriteEventArrayFile(o, test, tarvenix::sim::EventArrayPath(output));
     if (!chsel.empty()) tarvenix::sim::WriteChannelSelectionFile(o, test, chsel);
     if (!truth.empty()) tarvenix::sim::WriteTruthFile(o, test, truth);
   } catch (const std::exception& e) {
