@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include <QString>
+
 #include "app/GuiUiPort.h"
 
 namespace tarvenix {
