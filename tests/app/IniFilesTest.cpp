@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "app/IniFiles.h"
 #include "app/Session.h"
 #include "support/RecordingUi.h"
@@ -85,24 +83,6 @@ TEST(IniFiles, MissingFilesAndLongValues) {
   std::string junk = dir.Write("junk.ini", std::string("\0\xff\x01[General\nKey\0=1\n", 17));
   EXPECT_EQ(GetKeyValue(s, ui, junk, "General", "Key"), "");
   EXPECT_TRUE(ui.messages.empty());
-}
-
-TEST(IniFiles, AnUnwritableFolderGivesAClearMessageAndKeepsTheFile) {
-  TempDir dir;
-  std::string file = dir.Write("Tarvenix.ini", "[General]\r\nSound Status=True\r\n");
-  test::OpenForEveryone(dir.Path());
-  std::filesystem::permissions(dir.Path(), std::filesystem::perms::all & ~std::filesystem::perms::owner_write &
-                                               ~std::filesystem::perms::group_write &
-                                               ~std::filesystem::perms::others_write);
-  std::string outcome = test::AsUnprivilegedUser([&] {
-    Session s;
-    RecordingUi ui;
-    bool written = PutKeyValue(s, ui, file, "General", "Sound Status", "False");
-    return std::string(written ? "written" : "refused") + "|" + (ui.messages.empty() ? "" : ui.messages[0].text);
-  });
-  EXPECT_EQ(outcome, "refused|Error in modIniFiles.PutKeyValue - Error #75  Path/File access error\r"
-                     "The settings could not be saved to " + file);
-  EXPECT_EQ(ReadAll(file), "[General]\r\nSound Status=True\r\n");
 }
 
 TEST(IniFiles, AMissingFolderGivesPathNotFound) {

@@ -34,15 +34,6 @@ TEST(SessionCounting, FiveAddsThenClearWalkThroughTheThreeStatuses) {
   EXPECT_EQ(s.iDataSetNum, 1) << "Clear followed by Add gives data set number 1 again";
 }
 
-TEST(SessionCounting, PreviousDataSetMakesTheLastLoadedCurrent) {
-  Session s;
-  modTarvenix::NextDataSet(s);
-  modTarvenix::NextDataSet(s);
-  modTarvenix::PreviousDataSet(s);
-  EXPECT_EQ(s.iNumDataSets, 1);
-  EXPECT_EQ(s.iDataSetNum, 1);
-}
-
 TEST(SessionCounting, SixteenBitOverflowIsARunTimeFault) {
   Session s;
   s.iNumDataSets = 32767;
@@ -69,14 +60,6 @@ TEST(SessionTables, IndexesOutsideTheirRangeAreError9) {
       {"record 6", [&] { (void)s.dataSetSettings(6); }, err::kSubscript},
   };
   for (const Case& c : cases) EXPECT_EQ(ErrorNumberOf(c.access), c.expected) << c.what;
-}
-
-TEST(SessionTables, BooleansAreSixteenBitsWithTrueAllBitsSet) {
-  Bool16 t = true;
-  EXPECT_EQ(t.Raw(), -1);
-  EXPECT_EQ(Bool16(false).Raw(), 0);
-  EXPECT_TRUE(static_cast<bool>(Bool16::FromRaw(1)));
-  EXPECT_TRUE(Bool16::FromRaw(1) == Bool16(true));
 }
 
 TEST(IpcFileNames, LastFourCharactersGiveWayToIpc) {

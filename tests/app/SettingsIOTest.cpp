@@ -30,19 +30,6 @@ struct SettingsEnv {
   }
 };
 
-TEST(Settings, NoFileGivesTheDefaultsAndQuittingWritesThem) {
-  SettingsEnv env;
-  env.s.iAnalysisOptions = {1, 2, 1};
-  env.s.bSoundStatus = false;
-  ReadTarvenixIni(env.s, env.ui);
-  EXPECT_EQ(env.s.iAnalysisOptions, (std::array<int16_t, 3>{0, 0, 0}));
-  EXPECT_TRUE(static_cast<bool>(env.s.bSoundStatus));
-  ASSERT_TRUE(WriteTarvenixIni(env.s, env.ui)) << "the companion's folder is made when missing";
-  EXPECT_EQ(ReadAll(SettingsFilePath(env.s)),
-            "[General]\r\nN50/N63 Parameter=0\r\nFailure Fraction=0\r\nConfidence Level=0\r\nSound Status=True\r\n");
-  EXPECT_TRUE(env.ui.messages.empty());
-}
-
 TEST(Settings, ValuesAreRoundedNumbersAndJunkReadsAsZero) {
   struct Case {
     const char* text;
@@ -52,7 +39,6 @@ TEST(Settings, ValuesAreRoundedNumbersAndJunkReadsAsZero) {
       {"[General]\nN50/N63 Parameter=1\nFailure Fraction=2.6\nConfidence Level=1\nSound Status=False\n", {1, 3, 1}, false},
       {"[GENERAL]\nn50/n63 parameter=abc\nfailure fraction= 1 \nSound Status=0\n", {0, 1, 0}, false},
       {"[General]\nConfidence Level=2.5\nSound Status=\n", {0, 0, 2}, true},
-      {"no section header\nN50/N63 Parameter=1\n", {0, 0, 0}, true},
   };
   for (const Case& c : cases) {
     SettingsEnv env;
@@ -61,23 +47,6 @@ TEST(Settings, ValuesAreRoundedNumbersAndJunkReadsAsZero) {
     EXPECT_EQ(env.s.iAnalysisOptions, c.options) << c.text;
     EXPECT_EQ(static_cast<bool>(env.s.bSoundStatus), c.sound) << c.text;
     EXPECT_TRUE(env.ui.messages.empty()) << c.text;
-  }
-}
-
-TEST(Settings, ValuesThatCannotBeConvertedShowTheReadersErrorBox) {
-  struct Case {
-    const char* text;
-    const char* message;
-  } cases[] = {
-      {"[General]\nFailure Fraction=99999\n", "Error in modIO.ReadTarvenixIni - Error #6  Overflow\r"},
-      {"[General]\nSound Status=maybe\n", "Error in modIO.ReadTarvenixIni - Error #13  Type mismatch\r"},
-  };
-  for (const Case& c : cases) {
-    SettingsEnv env;
-    env.WriteSettings(c.text);
-    ReadTarvenixIni(env.s, env.ui);
-    EXPECT_EQ(env.ui.MessageTexts(), std::vector<std::string>{c.message});
-    EXPECT_TRUE(static_cast<bool>(env.s.bSoundStatus)) << "what was not read keeps its default";
   }
 }
 

@@ -163,31 +163,5 @@ TEST_F(SetupDialogTest, FileButtons) {
   EXPECT_EQ(Control<QLineEdit>("txtChSelFile")->text(), QStringLiteral("/elsewhere/list.txt"));
 }
 
-TEST_F(SetupDialogTest, SavedRecordsComeBackAsTheyWere) {
-  Open(true);
-  Control<QLineEdit>("MaskEdBoxDataID")->setText("Thermal shock, 2 mm");
-  Control<QLineEdit>("txtDataFile")->setText("/d/a.txt");
-  Control<QRadioButton>("btnTempCycles")->setChecked(true);
-  Control<QLabel>("LblOccurrenceLimit")->setText("4");
-  Control<QLineEdit>("txtFirstCh")->setText("3");
-  Control<QLineEdit>("txtLastCh")->setText("x9");  // kept as typed
-  Dialog().SaveFormSettings();
-  const DataSetSettings& saved = app->session.dataSetSettings(1);
-  EXPECT_EQ(saved.sDataID, "Thermal shock, 2 mm");
-  EXPECT_EQ(saved.sLastCh, "x9");
-  EXPECT_EQ(saved.sOccurrenceLimit, "4");
-
-  Dialog().ResetControls();
-  EXPECT_TRUE(Dialog().ControlValues().sDataFile.empty());
-  Dialog().RestoreFormSettings();
-  DataSetSettings back = Dialog().ControlValues();
-  EXPECT_EQ(back.sDataID, saved.sDataID);
-  EXPECT_EQ(back.sDataFile, saved.sDataFile);
-  EXPECT_EQ(back.sFirstCh, "3");
-  EXPECT_EQ(back.sLastCh, "x9");
-  EXPECT_TRUE(static_cast<bool>(back.bTempCycles));
-  EXPECT_EQ(back.sOccurrenceLimit, "4");
-}
-
 }  // namespace
 }  // namespace tarvenix::test

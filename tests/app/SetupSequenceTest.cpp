@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -45,64 +44,6 @@ struct Dialog {
   }
 };
 
-TEST(SetupChecks, EachRefusalNamesItsBoxAndMovesNoCounter) {
-  struct Case {
-    const char* what;
-    std::function<void(Dialog&)> enter;
-    const char* message;
-    SetupFocus focus;
-  } cases[] = {
-      {"missing channel selection file",
-       [](Dialog& d) {
-         d.controls.bFirstLastCh = false;
-         d.controls.bChSelFile = true;
-         d.controls.sChSelFile = d.dir.File("none.chs");
-       },
-       kChSelFileMissing, SetupFocus::txtChSelFile},
-      {"missing data history file", [](Dialog& d) { d.controls.sDataFile = d.dir.File("none.txt"); }, kDataFileMissing,
-       SetupFocus::txtDataFile},
-      {"IPC/JEDEC without its event array file",
-       [](Dialog& d) {
-         d.controls.bNumOccurrences = false;
-         d.controls.bIPCOccurrences = true;
-       },
-       kIpcFileMissing, SetupFocus::txtDataFile},
-      {"first channel 3.5", [](Dialog& d) { d.controls.sFirstCh = "3.5"; }, kFirstChannelInvalid,
-       SetupFocus::txtFirstCh},
-      {"first channel empty", [](Dialog& d) { d.controls.sFirstCh = ""; }, kFirstChannelInvalid, SetupFocus::txtFirstCh},
-      {"first channel 0", [](Dialog& d) { d.controls.sFirstCh = "0"; }, kFirstChannelInvalid, SetupFocus::txtFirstCh},
-      {"first channel text", [](Dialog& d) { d.controls.sFirstCh = "x1"; }, kFirstChannelInvalid,
-       SetupFocus::txtFirstCh},
-      {"last channel 1025", [](Dialog& d) { d.controls.sLastCh = "1025"; }, kLastChannelInvalid,
-       SetupFocus::txtLastCh},
-      {"last channel empty", [](Dialog& d) { d.controls.sLastCh = ""; }, kLastChannelInvalid, SetupFocus::txtLastCh},
-      {"first equals last", [](Dialog& d) { d.controls.sFirstCh = "10"; }, kChannelOrder, SetupFocus::txtFirstCh},
-      {"first above last", [](Dialog& d) { d.controls.sFirstCh = "12"; }, kChannelOrder, SetupFocus::txtFirstCh},
-      {"four channels", [](Dialog& d) { d.controls.sLastCh = "4"; }, kTooFewChannels, SetupFocus::txtFirstCh},
-      {"occurrence limit 0", [](Dialog& d) { d.controls.sOccurrenceLimit = "0"; }, kZeroOccurrenceLimit,
-       SetupFocus::None},
-      {"occurrence limit -0", [](Dialog& d) { d.controls.sOccurrenceLimit = "-0"; }, kZeroOccurrenceLimit,
-       SetupFocus::None},
-  };
-  for (const Case& c : cases) {
-    Dialog d;
-    d.s.iNumDataSets = 2;
-    d.s.iDataSetNum = 2;
-    ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls);
-    d.controls.sDataFile = d.dataFile;
-    c.enter(d);
-    d.ui.calls.clear();
-    FinishUpResult r = FinishUp(d.s, d.ui, SetupMode::Add, d.controls);
-    EXPECT_FALSE(r.accepted) << c.what;
-    EXPECT_EQ(r.focus, c.focus) << c.what;
-    EXPECT_EQ(d.ui.MessageTexts(), std::vector<std::string>{c.message}) << c.what;
-    EXPECT_EQ(d.s.iNumDataSets, 2) << c.what;
-    EXPECT_EQ(d.s.iDataSetNum, 3) << c.what << ": activation moved it, Cancel moves it back";
-    CancelSetup(d.s, d.ui);
-    EXPECT_EQ(d.s.iDataSetNum, 2) << c.what;
-  }
-}
-
 TEST(SetupChecks, TheDataFileIsFiledUnderTheNextNumberBeforeTheLaterChecks) {
   Dialog d;
   ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls);
@@ -114,18 +55,6 @@ TEST(SetupChecks, TheDataFileIsFiledUnderTheNextNumberBeforeTheLaterChecks) {
   EXPECT_EQ(d.s.sDataFiles(1), d.dataFile);
   EXPECT_EQ(d.s.sIPCFiles(1), d.dir.File("run.ipc"));
   EXPECT_EQ(d.s.iNumDataSets, 0);
-}
-
-TEST(SetupChecks, WithIpcJedecOnlyTheEventArrayFileMustExist) {
-  Dialog d;
-  d.dir.Write("gone.ipc", "' event array\r\n");
-  ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls);
-  d.controls.sDataFile = d.dir.File("gone.txt");
-  d.controls.bNumOccurrences = false;
-  d.controls.bIPCOccurrences = true;
-  FinishUpResult r = FinishUp(d.s, d.ui, SetupMode::Add, d.controls);
-  EXPECT_TRUE(r.accepted);
-  EXPECT_EQ(d.s.iNumDataSets, 1);
 }
 
 TEST(SetupSequence, AddFilesReadsAndAnalysesTheNewDataSet) {
@@ -209,17 +138,6 @@ TEST(SetupSequence, EditingWithFiveDataSetsLoadedWorks) {
   EXPECT_TRUE(FinishUp(d.s, d.ui, SetupMode::Edit, controls).accepted);
   EXPECT_TRUE(d.ui.messages.empty()) << d.ui.messages[0].text;
   EXPECT_EQ(d.s.iNumDataSets, 5);
-}
-
-TEST(SetupSequence, ARunTimeFaultShowsTheErrorBoxAndKeepsTheDialogOpen) {
-  Dialog d;
-  ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls);
-  d.controls.sDataFile = d.dataFile;
-  d.controls.sOccurrenceLimit = "40000";
-  FinishUpResult r = FinishUp(d.s, d.ui, SetupMode::Add, d.controls);
-  EXPECT_FALSE(r.accepted);
-  EXPECT_EQ(d.ui.MessageTexts(), std::vector<std::string>{"Error in frmTarvenixSetup.FinishUp - Error #6  Overflow\r"});
-  EXPECT_EQ(d.s.iNumDataSets, 0);
 }
 
 }  // namespace
