@@ -51,22 +51,6 @@ TEST(ChSelFileEditor, AFileThatCannotBeWrittenKeepsTheEditorOpen) {
   range.sFirstCh = "1";
   range.sLastCh = "8";
   ChannelPages pages;
-  {
-    // A target that cannot be opened: after the retry, OpenFile's own message
-    // and then the editor's.
-    TempDir dir;
-    std::filesystem::create_directory(dir.File("taken.txt"));
-    range.sChSelFile = dir.File("taken.txt");
-    RecordingUi ui;
-    OkResult r = WriteChSelFile(s, ui, range, pages, PageTicks{}, FastClock(now));
-    EXPECT_FALSE(r.written);
-    EXPECT_EQ(r.focus, setup::SetupFocus::txtChSelFile);
-    ASSERT_EQ(ui.messages.size(), 2u);
-    EXPECT_EQ(ui.messages[0].text, "The file, '" + range.sChSelFile +
-                                       "' could not be opened.\rThe file may be in use by another program.");
-    EXPECT_EQ(ui.messages[1].text, kCannotOpen);
-    EXPECT_GE(now, 10);
-  }
   if (std::filesystem::exists("/dev/full")) {
     // Opened, but the disk is full on writing: the error box under OK's label.
     range.sChSelFile = "/dev/full";

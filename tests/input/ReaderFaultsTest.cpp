@@ -29,14 +29,9 @@ TEST(ReaderFaults, BadFilesEndTheRunWithTheErrorBox) {
     int16_t first;
     std::string box;
   } cases[] = {
-      {"a \".\" in positions 1 to 5", Lines({DataCycleLine(3), "1. ::   5:O."}), 1,
-       ErrorBox(5, "Invalid procedure call or argument")},
-      {"a continuation line with a \".\" in position 3", Lines({DataCycleLine(3), EventLine(1, {4}), "  .  ."}), 1,
-       ErrorBox(5, "Invalid procedure call or argument")},
       {"an entry beyond channel 1024", Lines({DataCycleLine(3), "001:: 099:O."}), 1,
        ErrorBox(9, "Subscript out of range")},
       {"an entry beyond 16 bits", Lines({DataCycleLine(3), "001:: 9E9:O."}), 1, ErrorBox(6, "Overflow")},
-      {"a data cycle beyond 32 bits", Lines({DataCycleLine(3000000000LL)}), 1, ErrorBox(6, "Overflow")},
       {"the 1025th event", Lines({DataCycleLine(3), EventLine(1, AllChannels()) + "    :O."}), 0,
        ErrorBox(9, "Subscript out of range")},
   };

@@ -9,7 +9,6 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <string>
 #include <vector>
@@ -188,10 +187,6 @@ TEST(BadInputs, DataHistoryFiles) {
        },
        {}, kComplete, "Number of analyzed events = 8"},
       {"UTF-16 text", [](Desk& d) { return d.History(Utf16(Lines(EightOfTen()))); }, {kTooFew}, kFailed, ""},
-      {"CR-only line ends", [](Desk& d) { return d.History(Lines(EightOfTen(), "\r")); }, {}, kComplete,
-       "Number of analyzed events = 8"},
-      {"LF-only line ends", [](Desk& d) { return d.History(Lines(EightOfTen(), "\n")); }, {}, kComplete,
-       "Number of analyzed events = 8"},
       {"a \".\" in position 2 of an event line",
        [](Desk& d) { return d.History(Lines({DataCycleLine(3), "1. ::   5:O."})); },
        {ReaderBox(5, "Invalid procedure call or argument")}, kReading, ""},
@@ -263,22 +258,6 @@ TEST(BadInputs, DataHistoryFiles) {
     EXPECT_EQ(d.ui.statuses.back(), kComplete) << "after " << row.input;
     EXPECT_TRUE(d.ui.messages.empty()) << "after " << row.input;
   }
-}
-
-TEST(BadInputs, ALineOfAHundredMegabytes) {
-  Desk d;
-  const std::string file = d.dir.File("huge.txt");
-  {
-    // Written in pieces: the test need not hold the line either.
-    std::ofstream out(file, std::ios::binary);
-    const std::string block(1 << 20, 'x');
-    for (int i = 0; i < 100; ++i) out << block;
-    out << "\r\n" << Lines(EightOfTen());
-  }
-  d.Add(d.Entries(file));
-  EXPECT_TRUE(d.ui.messages.empty());
-  EXPECT_EQ(d.ui.statuses.back(), kComplete);
-  EXPECT_TRUE(d.ResultsHold("Number of analyzed events = 8"));
 }
 
 TEST(BadInputs, ChannelSelectionFiles) {
