@@ -205,13 +205,6 @@ TEST(SaveRawData, AFailureKeepsTheOldReportAndShowsTheErrorBox) {
   });
   EXPECT_EQ(outcome, "1|Error in modTarvenix.SaveRawData - Error #75  Path/File access error\r");
   EXPECT_EQ(test::ReadAll(path), "old report\r\n");
-
-  Session s;
-  RecordingUi ui;
-  int16_t iErr = 0;
-  SaveRawData(s, ui, dir.File("no such folder/analysis.txt"), iErr, March5At2pm());
-  EXPECT_EQ(iErr, 1);
-  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"Error in modTarvenix.SaveRawData - Error #76  Path not found\r"});
 }
 
 }  // namespace
