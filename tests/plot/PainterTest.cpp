@@ -134,35 +134,6 @@ TEST(WeibullPainter, AnySizeAndBrokenDataPaintWithoutFailing) {
   }
 }
 
-TEST(PlotExport, EachFormatIsWrittenByItsExtension) {
-  struct Case {
-    const char* name;
-    QByteArray magic;
-  } cases[] = {{"p.png", "\x89PNG"}, {"p.BMP", "BM"}, {"p.jpg", "\xFF\xD8\xFF"}, {"p.svg", "<?xml"}, {"p.pdf", "%PDF"}};
-  test::TempDir dir;
-  for (const Case& c : cases) {
-    Plot plot(2);
-    std::string path = dir.File(c.name);
-    auto format = FormatForPath(path);
-    ASSERT_TRUE(format.has_value()) << c.name;
-    ExportChart(path, *format, QSize(800, 600), plot.s, plot.g, plot.chart);
-    std::string bytes = test::ReadAll(path);
-    EXPECT_EQ(QByteArray::fromStdString(bytes.substr(0, static_cast<std::size_t>(c.magic.size()))), c.magic)
-        << c.name;
-  }
-  EXPECT_FALSE(FormatForPath(dir.File("p.gif")).has_value());
-  EXPECT_FALSE(FormatForPath("folder.png/plot").has_value());
-}
-
-TEST(PlotExport, AnUnwritableFolderRaisesAndWritesNothing) {
-  Plot plot(1);
-  test::TempDir dir;
-  std::string path = dir.File("missing/p.png");
-  EXPECT_EQ(test::ErrorNumberOf([&] { ExportChart(path, ImageFormat::Png, QSize(300, 200), plot.s, plot.g, plot.chart); }),
-            err::kPathNotFound);
-  EXPECT_FALSE(modUtils::IsFile(path));
-}
-
 TEST(PlotExport, TheRecordingPlaysOntoAPageAndBadRecordingsAreRefused) {
   Plot plot(2);
   test::TempDir dir;

@@ -45,9 +45,13 @@ class PlotWindowTest : public GuiTest {
     return plot;
   }
 
-  // Saves through the save options dialog: the type button, the negative box.
-  void Save(frmTarvenixPlot& plot, const char* typeButton, bool negative, bool ok = true) {
+  // Saves through the save options dialog: the name (empty: as proposed), the
+  // type button, the negative box.
+  void Save(frmTarvenixPlot& plot, const char* typeButton, bool negative, bool ok = true, const char* name = "") {
     WhenModal("frmSystemSaveOptions", [&](QWidget* d) {
+      auto* box = Find<QLineEdit>(d, "txtSaveFilename");
+      EXPECT_EQ(box->text(), QStringLiteral("run7_weibull"));
+      if (*name) box->setText(QString::fromLatin1(name));
       Find<QRadioButton>(d, typeButton)->setChecked(true);
       Find<QCheckBox>(d, "chkBoxNegativeImage")->setChecked(negative);
       Click(d, ok ? "CmdBtnOK" : "cmdBtnCancel");
@@ -117,6 +121,8 @@ TEST_F(PlotWindowTest, SaveWritesBitmapOrNegativeJpegInTheDataFolder) {
   EXPECT_EQ(ReadAll(data.File("run7_weibull.bmp")).substr(0, 2), "BM");
   Save(plot, "optImgType_1", true);
   EXPECT_EQ(ReadAll(data.File("run7_weibull_inv.jpg")).substr(0, 3), "\xFF\xD8\xFF");
+  Save(plot, "optImgType_0", false, true, "lot 12");
+  EXPECT_EQ(ReadAll(data.File("lot 12.bmp")).substr(0, 2), "BM");
   EXPECT_EQ(plot.ColorScheme(), 6);
   EXPECT_TRUE(plot.Chart().Model().bevel);
   EXPECT_TRUE(gui::MessageBoxes::Texts().isEmpty());

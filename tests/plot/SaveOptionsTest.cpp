@@ -33,33 +33,6 @@ W* Find(QWidget* d, const char* name) {
   return w;
 }
 
-TEST(SaveOptions, OkTakesNameTypeAndNegativeImage) {
-  struct Case {
-    const char* typeButton;
-    bool negative;
-    int16_t type;
-  } cases[] = {{"optImgType_0", false, 0}, {"optImgType_1", true, 1}};
-  for (const Case& c : cases) {
-    frmSystemSaveOptions dialog;
-    dialog.SetSaveFilename("run7_weibull");
-    QString shown;
-    ShowModal(dialog, [&](QWidget* d) {
-      QLineEdit* name = Find<QLineEdit>(d, "txtSaveFilename");
-      shown = name->text();
-      name->setText(QStringLiteral("lot 12"));
-      Find<QRadioButton>(d, c.typeButton)->setChecked(true);
-      Find<QCheckBox>(d, "chkBoxNegativeImage")->setChecked(c.negative);
-      Click(d, "CmdBtnOK");
-    });
-    EXPECT_EQ(shown, QStringLiteral("run7_weibull"));
-    EXPECT_FALSE(dialog.Canceled());
-    EXPECT_EQ(dialog.SaveFilename(), "lot 12");
-    EXPECT_EQ(dialog.ImgType(), c.type);
-    EXPECT_EQ(dialog.UseNegImage(), c.negative);
-    EXPECT_FALSE(dialog.isVisible());
-  }
-}
-
 TEST(SaveOptions, CancelOrClosingKeepsTheNameAndSaysCancelled) {
   for (bool byButton : {true, false}) {
     frmSystemSaveOptions dialog;

@@ -6,7 +6,6 @@
 #include "analysis/RuntimeError.h"
 #include "plot/TGraph.h"
 #include "support/ErrorNumber.h"
-#include "support/RecordingUi.h"
 
 namespace tarvenix::modTGraph {
 namespace {
@@ -231,26 +230,6 @@ TEST(WeibullPaper, PercentRowsAndTheirLabels) {
   EXPECT_EQ(labels, expected);
   EXPECT_EQ(PowerOfTenLabel(3), "1E3");
   EXPECT_EQ(PowerOfTenLabel(-1), "1E-1");
-}
-
-TEST(WeibullPaper, PlotGuardNamesTheFirstDataSetWithoutResult) {
-  Session s;
-  test::RecordingUi ui;
-  SetDataSet(s, 1, 2, 1000);
-  SetDataSet(s, 2, 2, 0);
-  SetDataSet(s, 3, 2, 0);
-  Bool16 cancel;
-  PlotGuard(s, ui, cancel);
-  EXPECT_TRUE(static_cast<bool>(cancel));
-  ASSERT_EQ(ui.messages.size(), 1u);
-  EXPECT_EQ(ui.messages[0].text,
-            "Cannot generate plot because analysis was not completed successfully on Data Set #2.\r"
-            "Edit the data set and try again.");
-  s.sngNParam(2) = 5;
-  s.sngNParam(3) = 5;
-  PlotGuard(s, ui, cancel);
-  EXPECT_FALSE(static_cast<bool>(cancel));
-  EXPECT_EQ(ui.messages.size(), 1u);
 }
 
 TEST(WeibullPaper, LargePlotAtSevenTenthsOfTheScreenEitherWay) {
