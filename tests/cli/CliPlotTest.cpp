@@ -49,7 +49,7 @@ TEST(CliPlot, WritesEachFormatAtTheAskedSize) {
     int width, height;  // of a raster image
   } cases[] = {
       {"weibull.png", {}, "\x89PNG", 1200, 900},
-      {"weibull.bmp", {"--plot-size", "640x480"}, "BM", 640, 480},
+      {"weibull.BMP", {"--plot-size", "640x480"}, "BM", 640, 480},
       {"weibull.jpg", {"--plot-size", "1920X1440"}, "\xFF\xD8\xFF", 1920, 1440},
       {"weibull.svg", {}, "<?xml", 0, 0},
       {"weibull.pdf", {"--plot-size", "800x600"}, "%PDF", 0, 0},

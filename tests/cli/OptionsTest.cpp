@@ -19,7 +19,6 @@ TEST(CliOptions, UsageErrors) {
       {{"--n63"}, "no data history file given (--data FILE)"},
       {{"--limit", "3", "--data", "a.txt"}, "--limit belongs to a data set and must follow --data"},
       {{"--id", "x"}, "--id belongs to a data set and must follow --data"},
-      {{"--data", "a.txt", "--colour", "red"}, "unknown option '--colour'"},
       {{"--data", "a.txt", "b.txt"}, "unexpected argument 'b.txt'"},
       {{"--data", "1", "--data", "2", "--data", "3", "--data", "4", "--data", "5", "--data", "6"},
        "at most five data sets can be analysed (a sixth --data)"},
