@@ -36,8 +36,6 @@ TEST(DisplayError, ShortCodesGoToTheResultsBoxAndANotice) {
     bool dataCycles;
     const char* message;
   } cases[] = {
-      {1, true, "Analysis requires at least 5 failed channels."},
-      {2, true, "Channels with first data cycle events cannot be analyzed."},
       {2, false, "Channels with first temperature or mechanical cycle  events cannot be analyzed."},
       {4, false, "Analysis cannot be performed on fewer than 5 channels."},
   };
@@ -63,9 +61,6 @@ TEST(DisplayError, EventsBeforeTheInitialCycleGiveFiveLines) {
       {true, 0, {"The data history file contains channels which have events at cycle-",
                  "counts less than those specified in the cycle-offset files.", "",
                  "#3 Event recorded on Ch #17 @ Data cycle #40", ""}},
-      {true, 120, {"The data history file contains channels which have events at cycle-",
-                   "counts less than those specified in the cycle-offset files.", "",
-                   "#3 Event recorded on Ch #17 @ Data cycle #40", "Specified initial cycle = 120"}},
       {false, 120, {"The data history file contains channels which have events at cycle-",
                     "counts less than those specified in the cycle-offset files.", "",
                     "#3 Event recorded on Ch # 17 @ Data cycle #40 @ appropriate Temp./Mech. Cycle #", ""}},
@@ -83,18 +78,6 @@ TEST(DisplayError, EventsBeforeTheInitialCycleGiveFiveLines) {
     for (const std::string& l : c.lines) message += "\r" + l;
     EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{message});
   }
-}
-
-TEST(DisplayError, TemperatureOffsetTurnsTheMessageIntoTheErrorBox) {
-  Session s;
-  RecordingUi ui;
-  s.iDataSetNum = 1;
-  s.bDataCycles = false;
-  s.lInitialCycle(1) = 3;
-  DisplayError(s, ui, 5, 17, 40);
-  EXPECT_TRUE(ui.textLines.empty());
-  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"Error in modTarvenix.DisplayError - Error #13  Type mismatch\r"});
-  EXPECT_EQ(ui.statuses, std::vector<std::string>{"Analysis did not complete successfully."});
 }
 
 TEST(DisplayError, UnknownCodesGiveFiveEmptyLines) {

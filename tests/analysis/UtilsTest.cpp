@@ -2,8 +2,6 @@
 
 #include <filesystem>
 
-#include "analysis/Help.h"
-#include "analysis/Sound.h"
 #include "analysis/Utils.h"
 #include "app/Session.h"
 #include "support/RecordingUi.h"
@@ -47,13 +45,6 @@ TEST(ConvertDecimal, PlottingTwinRoundsHalvesUp) {
   for (const Case& c : cases) EXPECT_EQ(ConvertDecimalDbl(c.value, c.decimals), c.expected) << c.value;
 }
 
-TEST(ErrorBox, CommonLayout) {
-  EXPECT_EQ(ErrorBoxText("modTarvenix.ProcessData", RuntimeError(53), "more"),
-            "Error in modTarvenix.ProcessData - Error #53  File not found\rmore");
-  EXPECT_EQ(ErrorBoxText("modInifiles.GetGeyValue", RuntimeError(6), ""),
-            "Error in modInifiles.GetGeyValue - Error #6  Overflow\r");
-}
-
 // A session whose program folder holds the four sounds, so their playing shows.
 struct SoundedSession {
   TempDir dir;
@@ -81,18 +72,6 @@ TEST(ShowMessage, AttentionSoundFirstAndTwiceForErrors) {
   EXPECT_EQ(ui.messages[1].title, "Tarvenix");
 }
 
-TEST(Sounds, SilentWhenOffOrWhenTheFileIsMissing) {
-  SoundedSession env;
-  RecordingUi ui;
-  env.s.bSoundStatus = false;
-  modSound::PlaySound(env.s, ui, modSound::Sound::Ping);
-  env.s.bSoundStatus = true;
-  std::filesystem::remove(env.dir.File("Sounds/Floop.wav"));
-  modSound::PlaySound(env.s, ui, modSound::Sound::Floop);
-  modSound::PlaySound(env.s, ui, modSound::Sound::TurnOn);
-  EXPECT_EQ(ui.sounds, std::vector<std::string>{"TurnOn.wav"});
-}
-
 TEST(Trapped, AnyExceptionBecomesTheErrorBoxUnderItsLabel) {
   Session s;
   RecordingUi ui;
@@ -104,17 +83,6 @@ TEST(Trapped, AnyExceptionBecomesTheErrorBoxUnderItsLabel) {
   EXPECT_EQ(ui.messages[0].text, "Error in modA.B - Error #9  Subscript out of range\r");
   EXPECT_EQ(ui.messages[1].text, "Error in modA.C - Error #7  Out of memory\r");
   EXPECT_EQ(ui.messages[2].text, "Error in modA.D - Error #51  Internal error: boom\r");
-}
-
-TEST(ShellExec, AFailedOpenNamesTheFile) {
-  Session s;
-  s.sHelpFile = "/opt/tarvenix/Vorlantic.chm";
-  RecordingUi ui;
-  modHelp::ShowHelp(s, ui);
-  EXPECT_TRUE(ui.messages.empty());
-  ui.openDocumentSucceeds = false;
-  modHelp::ShowHelp(s, ui);
-  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"Could not open the file /opt/tarvenix/Vorlantic.chm"});
 }
 
 TEST(Timing, StopwatchAndWaitCrossMidnight) {
