@@ -7,7 +7,7 @@
 
 #include "app/Session.h"
 #include "app/SetupSequence.h"
-#include "support/FailureHistory.h"
+#include "support/HistoryText.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 

@@ -10,6 +10,7 @@
 
 #include "analysis/FileUtils.h"
 #include "cli/Run.h"
+#include "support/HistoryText.h"
 #include "support/TempDir.h"
 
 namespace tarvenix::cli {
@@ -20,13 +21,9 @@ using test::TempDir;
 
 // Channel k of 1..n reaches its first event at data cycle 20 * k * k.
 std::string Failures(int n = 12) {
-  std::string text = "Vorlantic data history file\r\n";
-  for (int ch = 1; ch <= n; ++ch) {
-    text += "Cycle # " + std::to_string(20 * ch * ch) + "\r\n001::";
-    std::string digits = std::to_string(ch);
-    text += " " + std::string(3 - digits.size(), ' ') + digits + ":O.\r\n";
-  }
-  return text;
+  test::Failures failures;
+  for (int ch = 1; ch <= n; ++ch) failures.push_back({20 * ch * ch, {ch}});
+  return test::FailureHistory(failures);
 }
 
 struct PlotRun {

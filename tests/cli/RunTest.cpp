@@ -9,7 +9,7 @@
 
 #include "HistorySimulator.h"
 #include "cli/Run.h"
-#include "support/FailureHistory.h"
+#include "support/HistoryText.h"
 #include "support/TempDir.h"
 
 namespace tarvenix::cli {

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "HistoryText.h"
+#include "support/HistoryText.h"
 #include "ReadingTest.h"
 
 namespace tarvenix::test {

@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "HistoryText.h"
+#include "support/HistoryText.h"
 #include "input/DataHistory.h"
 #include "ReadingTest.h"
 

@@ -17,7 +17,7 @@
 #include "app/Session.h"
 #include "app/SettingsIO.h"
 #include "app/SetupSequence.h"
-#include "input/HistoryText.h"
+#include "support/HistoryText.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 

@@ -3,6 +3,7 @@
 // reads, so each test shows its file as the logger would write it.
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tarvenix::test {
@@ -21,5 +22,11 @@ std::string TempLine(const std::string& count);
 std::string MechLine(const std::string& count);
 // The lines joined, each ended by `eol`.
 std::string Lines(const std::vector<std::string>& lines, const std::string& eol = "\r\n");
+
+// {data cycle, channels failing in it}, in ascending order of cycle.
+using Failures = std::vector<std::pair<int, std::vector<int>>>;
+// A whole file for tests of what comes after the reader: a heading, then per
+// entry a data cycle line and an event line of occurrence 1 naming the channels.
+std::string FailureHistory(const Failures& failures);
 
 }  // namespace tarvenix::test

@@ -1,4 +1,4 @@
-#include "HistoryText.h"
+#include "support/HistoryText.h"
 
 namespace tarvenix::test {
 namespace {
@@ -39,6 +39,15 @@ std::string Lines(const std::vector<std::string>& lines, const std::string& eol)
   std::string text;
   for (const std::string& line : lines) text += line + eol;
   return text;
+}
+
+std::string FailureHistory(const Failures& failures) {
+  std::vector<std::string> lines = {"Vorlantic data history file"};
+  for (const auto& [cycle, channels] : failures) {
+    lines.push_back(DataCycleLine(cycle));
+    lines.push_back(EventLine(1, channels));
+  }
+  return Lines(lines);
 }
 
 }  // namespace tarvenix::test
