@@ -7,8 +7,8 @@
 #include <filesystem>
 
 #include "analysis/PrintRawData.h"
-#include "analysis/Weibull.h"
 #include "app/Session.h"
+#include "support/FailurePoints.h"
 #include "support/GuiTest.h"
 #include "support/RecordingUi.h"
 
@@ -22,25 +22,7 @@ class PrintRawDataTest : public GuiTest {
     hadTmp_ = qEnvironmentVariableIsSet("TMPDIR");
     oldTmp_ = qgetenv("TMPDIR");
     qputenv("TMPDIR", QByteArray::fromStdString(scratchHome.Path()));
-    s.iNumDataSets = 1;
-    s.iDataSetNum = 1;
-    DataSetSettings& r = s.dataSetSettings(1);
-    r.sDataID = "Board A";
-    r.sDataFile = "/lab/run1.txt";
-    r.bNumOccurrences = true;
-    r.sOccurrenceLimit = "1";
-    r.bDataCycles = true;
-    r.bFirstLastCh = true;
-    r.sFirstCh = "1";
-    r.sLastCh = "10";
-    s.iGroupSize(1) = 10;
-    const int32_t cycles[] = {25, 43, 53, 65, 76, 86, 95, 115, 132, 150};
-    s.iNumEvents(1) = 10;
-    for (int i = 1; i <= 10; ++i) {
-      s.vEventCycle(1, i) = cycles[i - 1];
-      s.vEventCount(1, i) = i;
-    }
-    modTarvenix::AnalyzeData(s, ui, true);
+    AddAnalysedDataSet(s, ui, RangeSetup("Board A", "/lab/run1.txt"), 10, PublishedExample());
     ui = RecordingUi();
   }
   void TearDown() override {

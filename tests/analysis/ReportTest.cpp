@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "analysis/Report.h"
-#include "analysis/Weibull.h"
 #include "app/Session.h"
+#include "support/FailurePoints.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 #include "tarvenix/Version.h"
@@ -15,6 +15,8 @@ namespace tarvenix::modTarvenix {
 namespace {
 
 namespace fs = std::filesystem;
+using test::AddAnalysedDataSet;
+using test::RangeSetup;
 using test::RecordingUi;
 
 std::tm March5At2pm() {
@@ -36,38 +38,8 @@ std::string Lines(const std::vector<std::string>& lines) {
 
 const std::string kCreated = std::string("Created using Tarvenix v") + version::kText + " on 3/5/2026 2:07:09 PM";
 
-DataSetSettings Record(const std::string& id, const std::string& file) {
-  DataSetSettings r;
-  r.sDataID = id;
-  r.sDataFile = file;
-  r.bNumOccurrences = true;
-  r.sOccurrenceLimit = "1";
-  r.bDataCycles = true;
-  r.bFirstLastCh = true;
-  r.sFirstCh = "1";
-  r.sLastCh = "10";
-  return r;
-}
-
-// Adds a data set as an analysis leaves it: its record, its points, its results.
-void AddAnalysed(Session& s, RecordingUi& ui, const DataSetSettings& rec, int16_t channels,
-                 const std::vector<std::pair<int32_t, int32_t>>& points) {
-  ++s.iNumDataSets;
-  s.iDataSetNum = s.iNumDataSets;
-  const int16_t d = s.iDataSetNum;
-  s.dataSetSettings(d) = rec;
-  s.iGroupSize(d) = channels;
-  s.iNumEvents(d) = static_cast<int16_t>(points.size());
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    s.vEventCycle(d, static_cast<long long>(i + 1)) = points[i].first;
-    s.vEventCount(d, static_cast<long long>(i + 1)) = points[i].second;
-  }
-  AnalyzeData(s, ui, true);
-}
-
-const std::vector<std::pair<int32_t, int32_t>> kPublished = {{25, 1}, {43, 2},  {53, 3},  {65, 4},  {76, 5},
-                                                             {86, 6}, {95, 7}, {115, 8}, {132, 9}, {150, 10}};
-const std::vector<std::pair<int32_t, int32_t>> kTied = {{12, 1}, {26, 3}, {27, 4}, {47, 6}, {48, 7}, {58, 9}};
+const test::FailurePoints& kPublished = test::PublishedExample();
+const test::FailurePoints& kTied = test::TiedExample();
 
 const std::vector<std::string> kPublishedSection = {
     "Data Set #1 - 'Board A' ",
@@ -91,11 +63,11 @@ TEST(Report, OneDataSetLineForLine) {
   RecordingUi ui;
   s.iFractionType() = 2;
   s.sPlotTitle = "Thermal shock, lot 7";
-  DataSetSettings rec = Record("Board A", "/lab/run1.txt");
+  DataSetSettings rec = RangeSetup("Board A", "/lab/run1.txt");
   rec.bFirstLastCh = false;
   rec.bChSelFile = true;
   rec.sChSelFile = "/lab/boards.chs";
-  AddAnalysed(s, ui, rec, 10, kPublished);
+  AddAnalysedDataSet(s, ui, rec, 10, kPublished);
   std::vector<std::string> expected = {kCreated, "Plot Title: Thermal shock, lot 7", ""};
   expected.insert(expected.end(), kPublishedSection.begin(), kPublishedSection.end());
   std::vector<std::string> rows = {
@@ -116,19 +88,19 @@ TEST(Report, TwoDataSetsTakeTheFractionColumnFromTheCurrentOne) {
   Session s;
   RecordingUi ui;
   s.iFractionType() = 2;
-  DataSetSettings first = Record("Board A", "/lab/run1.txt");
+  DataSetSettings first = RangeSetup("Board A", "/lab/run1.txt");
   first.bFirstLastCh = false;
   first.bChSelFile = true;
   first.sChSelFile = "/lab/boards.chs";
-  AddAnalysed(s, ui, first, 10, kPublished);
-  DataSetSettings second = Record("", "/lab/run2.txt");
+  AddAnalysedDataSet(s, ui, first, 10, kPublished);
+  DataSetSettings second = RangeSetup("", "/lab/run2.txt");
   second.bDataCycles = false;
   second.bTempCycles = true;
   second.bNumOccurrences = false;
   second.bIPCOccurrences = true;
   second.sFirstCh = "20";
   second.sLastCh = "31";
-  AddAnalysed(s, ui, second, 12, kTied);
+  AddAnalysedDataSet(s, ui, second, 12, kTied);
   std::vector<std::string> expected = {kCreated, "Plot Title: ", ""};
   expected.insert(expected.end(), kPublishedSection.begin(), kPublishedSection.end());
   std::vector<std::string> rest = {
@@ -172,7 +144,7 @@ TEST(Report, UnfinishedAnalysisPrintsWhatWasStored) {
   Session s;
   RecordingUi ui;
   // Too few points to finish: the error box, no result texts, the stored points.
-  AddAnalysed(s, ui, Record("X", "/lab/x.txt"), 10, {{100, 1}, {200, 2}});
+  AddAnalysedDataSet(s, ui, RangeSetup("X", "/lab/x.txt"), 10, {{100, 1}, {200, 2}});
   const std::string text = ReportText(s, March5At2pm());
   EXPECT_NE(text.find("Number of analyzed events = 2\r\n\r\n\r\n\r\n------------------\r\n"), std::string::npos) << text;
   EXPECT_NE(text.find(" 2,            200,          0.2000,      -1.4999\r\n"), std::string::npos) << text;
@@ -183,7 +155,7 @@ TEST(SaveRawData, WritesTheReportAndReplacesAnOldOne) {
   const std::string path = dir.Write("analysis.txt", "old report\r\n");
   Session s;
   RecordingUi ui;
-  AddAnalysed(s, ui, Record("Board A", "/lab/run1.txt"), 10, kPublished);
+  AddAnalysedDataSet(s, ui, RangeSetup("Board A", "/lab/run1.txt"), 10, kPublished);
   int16_t iErr = 7;
   SaveRawData(s, ui, path, iErr, March5At2pm());
   EXPECT_EQ(iErr, 0);

@@ -9,53 +9,34 @@
 #include "analysis/Basic.h"
 #include "analysis/Weibull.h"
 #include "app/Session.h"
+#include "support/FailurePoints.h"
 #include "support/RecordingUi.h"
 
 namespace tarvenix::modTarvenix {
 namespace {
 
+using test::FailurePoints;
+using test::LoadFailurePoints;
+using test::PublishedExample;
+using test::Ranked;
 using test::RecordingUi;
+using test::TiedExample;
 
 enum Fraction : int16_t { unadjusted = 0, mean = 1, median = 2 };
 enum NParam : int16_t { N50 = 0, N63 = 1 };
 
-struct Point {
-  int32_t cycle;
-  int32_t count;  // cumulative failed channels
-};
-
-// Failure points fed to the analysis directly, as the reader leaves them.
-void LoadPoints(Session& s, int16_t d, int16_t channels, const std::vector<Point>& points) {
-  s.iDataSetNum = d;
-  s.iGroupSize(d) = channels;
-  s.iNumEvents(d) = static_cast<int16_t>(points.size());
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    s.vEventCycle(d, static_cast<long long>(i + 1)) = points[i].cycle;
-    s.vEventCount(d, static_cast<long long>(i + 1)) = points[i].count;
-  }
-}
-
-std::vector<Point> Ranked(const std::vector<int32_t>& cycles) {
-  std::vector<Point> points;
-  for (std::size_t i = 0; i < cycles.size(); ++i) points.push_back({cycles[i], static_cast<int32_t>(i + 1)});
-  return points;
-}
-
-// Ten failures, every channel failed: the rank-regression example of the
-// documentation of the Python "reliability" library ("How does Least Squares
-// Estimation work"): median ranks, y on x, beta 2.02739, eta 96.3735.
-const std::vector<Point> kPublished = Ranked({25, 43, 53, 65, 76, 86, 95, 115, 132, 150});
+// Ten failures, every channel failed; and twelve channels with ties.
+const FailurePoints& kPublished = PublishedExample();
+const FailurePoints& kTied = TiedExample();
 // Eight of twenty channels failed.
-const std::vector<Point> kSuspended = Ranked({36, 44, 55, 64, 76, 85, 87, 102});
-// Twelve channels; the cumulative count steps by two at three of the cycles.
-const std::vector<Point> kTied = {{12, 1}, {26, 3}, {27, 4}, {47, 6}, {48, 7}, {58, 9}};
+const FailurePoints kSuspended = Ranked({36, 44, 55, 64, 76, 85, 87, 102});
 // Lives in the thousands.
-const std::vector<Point> kThousands = Ranked({312, 455, 520, 610, 744, 801, 930, 1105});
+const FailurePoints kThousands = Ranked({312, 455, 520, 610, 744, 801, 930, 1105});
 
 struct DataSet {
   const char* name;
   int16_t channels;
-  const std::vector<Point>* points;
+  const FailurePoints* points;
 };
 const DataSet kDataSets[] = {{"published", 10, &kPublished}, {"suspended", 20, &kSuspended}, {"tied", 12, &kTied}};
 
@@ -68,7 +49,7 @@ const DataSet& Named(const std::string& name) {
 TEST(AnalyzeData, PublishedRankRegressionExample) {
   Session s;
   RecordingUi ui;
-  LoadPoints(s, 1, 10, kPublished);
+  LoadFailurePoints(s, 1, 10, kPublished);
   s.iFractionType() = median;
   s.iNParamType() = N63;
   AnalyzeData(s, ui, false);
@@ -134,7 +115,7 @@ TEST(AnalyzeData, AgreesWithIndependentFiguresToThePrintedDigits) {
     const DataSet& data = Named(c.dataSet);
     Session s;
     RecordingUi ui;
-    LoadPoints(s, 3, data.channels, *data.points);
+    LoadFailurePoints(s, 3, data.channels, *data.points);
     s.iFractionType() = c.fraction;
     s.iNParamType() = c.nParam;
     s.iConfLevel() = c.level == 90 ? 0 : 1;
@@ -163,7 +144,7 @@ TEST(AnalyzeData, StoredSinglesDecideTheLastDigit) {
   for (const Case& c : cases) {
     Session s;
     RecordingUi ui;
-    LoadPoints(s, 1, 20, kThousands);
+    LoadFailurePoints(s, 1, 20, kThousands);
     s.iNParamType() = c.nParam;
     s.iConfLevel() = c.level == 90 ? 0 : 1;
     AnalyzeData(s, ui, false);
@@ -184,7 +165,7 @@ TEST(SurvivalFraction, UsesTheCumulativeCountAndEveryChannel) {
   };
   for (const Case& c : cases) {
     Session s;
-    LoadPoints(s, 2, 10, {{100, 1}, {200, 3}, {400, 4}});
+    LoadFailurePoints(s, 2, 10, {{100, 1}, {200, 3}, {400, 4}});
     s.iFractionType() = c.method;
     for (int16_t i = 1; i <= 3; ++i)
       EXPECT_EQ(SurvivalFraction(s, i), static_cast<float>(c.expected[static_cast<std::size_t>(i - 1)]))
@@ -213,7 +194,7 @@ TEST(StudentT, SwitchesAtTenTwentyThirtySixtyAndOneHundredTwenty) {
 TEST(AnalyzeData, StoresSinglePrecisionResultsAndTheLabel) {
   Session s;
   RecordingUi ui;
-  LoadPoints(s, 1, 20, kThousands);
+  LoadFailurePoints(s, 1, 20, kThousands);
   s.iNParamType() = 1;
   AnalyzeData(s, ui, false);
   const float n63 = s.sngNParam(1);
@@ -233,7 +214,7 @@ TEST(AnalyzeData, DebugModeTracesTheGroupAndTheResult) {
   Session s;
   RecordingUi ui;
   s.bDebug = true;
-  LoadPoints(s, 1, 10, kPublished);
+  LoadFailurePoints(s, 1, 10, kPublished);
   s.iFractionType() = median;
   s.iNParamType() = N63;
   AnalyzeData(s, ui, false);
@@ -255,7 +236,7 @@ TEST(AnalyzeData, FailurePaths) {
   struct Case {
     const char* what;
     int16_t channels;
-    std::vector<Point> points;
+    FailurePoints points;
     Fraction fraction;
     std::vector<std::string> calls;
   } cases[] = {
@@ -280,7 +261,7 @@ TEST(AnalyzeData, FailurePaths) {
     Session s;
     RecordingUi ui;
     s.bDataCycles = true;
-    LoadPoints(s, 1, c.channels, c.points);
+    LoadFailurePoints(s, 1, c.channels, c.points);
     s.iFractionType() = c.fraction;
     s.sBetaResult(1) = "earlier";
     AnalyzeData(s, ui, true);
@@ -292,7 +273,7 @@ TEST(AnalyzeData, FailurePaths) {
 TEST(AnalyzeData, StopsAtACycleOnePointKeepingWhatWasStoredBefore) {
   Session s;
   RecordingUi ui;
-  LoadPoints(s, 1, 10, {{50, 1}, {1, 2}, {70, 3}, {90, 4}, {120, 5}});
+  LoadFailurePoints(s, 1, 10, {{50, 1}, {1, 2}, {70, 3}, {90, 4}, {120, 5}});
   AnalyzeData(s, ui, true);
   EXPECT_EQ(s.sngWeiX(1, 1), static_cast<float>(std::log(50.0)));
   EXPECT_EQ(s.sngWeiX(1, 2), 0.0f);
@@ -307,7 +288,7 @@ TEST(AnalyzeData, StopsAtACycleOnePointKeepingWhatWasStoredBefore) {
 TEST(AnalyzeData, FailuresAllAtOneCycleEndSilently) {
   Session s;
   RecordingUi ui;
-  LoadPoints(s, 1, 10, Ranked({400, 400, 400, 400, 400}));
+  LoadFailurePoints(s, 1, 10, Ranked({400, 400, 400, 400, 400}));
   s.iFractionType() = median;
   AnalyzeData(s, ui, true);
   EXPECT_EQ(ui.calls, std::vector<std::string>{});
@@ -317,7 +298,7 @@ TEST(AnalyzeData, FailuresAllAtOneCycleEndSilently) {
 TEST(NConfidenceRange, AFaultLeavesTheLifeWithoutItsRange) {
   Session s;
   RecordingUi ui;
-  LoadPoints(s, 1, 20, kSuspended);
+  LoadFailurePoints(s, 1, 20, kSuspended);
   s.iNParamType() = N63;
   AnalyzeData(s, ui, false);
   // The same analysis with fewer channels than failure points: the unit list

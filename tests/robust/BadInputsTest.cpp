@@ -18,6 +18,7 @@
 #include "app/SettingsIO.h"
 #include "app/SetupSequence.h"
 #include "support/HistoryText.h"
+#include "support/FailurePoints.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 
@@ -84,18 +85,7 @@ struct Desk {
 
   // The dialog's entries for a data history file read with channels 1..10,
   // occurrence limit 1, data cycles.
-  DataSetSettings Entries(const std::string& dataFile) const {
-    DataSetSettings c;
-    c.sDataFile = dataFile;
-    c.sDataID = "bad input";
-    c.bFirstLastCh = true;
-    c.sFirstCh = "1";
-    c.sLastCh = "10";
-    c.bNumOccurrences = true;
-    c.sOccurrenceLimit = "1";
-    c.bDataCycles = true;
-    return c;
-  }
+  DataSetSettings Entries(const std::string& dataFile) const { return RangeSetup("bad input", dataFile); }
   DataSetSettings History(const std::string& content) { return Entries(dir.Write("run.txt", content)); }
   DataSetSettings ChannelFile(const std::string& content) {
     DataSetSettings c = History(Lines(EightOfTen()));
