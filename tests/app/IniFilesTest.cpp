@@ -58,19 +58,6 @@ TEST(IniUpdate, KeepsEverythingElseInItsPlace) {
   EXPECT_EQ(LookupValue(UpdateValue("", "S", "K", "a\r\nb"), "S", "K"), "a  b");
 }
 
-TEST(IniFiles, RoundTripThroughTheFileKeepsAForeignSectionAndComments) {
-  TempDir dir;
-  Session s;
-  RecordingUi ui;
-  std::string file = dir.Write("Tarvenix.ini", "; mine\n[Foreign]\nA=1\n");
-  EXPECT_TRUE(PutKeyValue(s, ui, file, "General", "Confidence Level", "1"));
-  EXPECT_TRUE(PutKeyValue(s, ui, file, "General", "Sound Status", "False"));
-  EXPECT_EQ(GetKeyValue(s, ui, file, "general", "CONFIDENCE LEVEL"), "1");
-  EXPECT_EQ(GetKeyValue(s, ui, file, "Foreign", "A"), "1");
-  EXPECT_EQ(ReadAll(file), "; mine\n[Foreign]\nA=1\n[General]\nConfidence Level=1\nSound Status=False\n");
-  EXPECT_TRUE(ui.messages.empty());
-}
-
 TEST(IniFiles, MissingFilesAndLongValues) {
   TempDir dir;
   Session s;

@@ -209,16 +209,5 @@ TEST(CheckSetupEntries, InitialCyclesStayUntilAnotherFileSetsThem) {
   EXPECT_EQ(iErr, 0);
 }
 
-TEST(CheckSetupEntries, ADataSetNumberOutsideTheTablesIsAFault) {
-  Session s;
-  RecordingUi ui;
-  s.iDataSetNum = 6;
-  int16_t iErr = 0;
-  CheckSetupEntries(s, ui, FileSetup("/lab/run.txt", "x"), 0, 0, 1, iErr);
-  EXPECT_EQ(iErr, 1);
-  ASSERT_EQ(ui.messages.size(), 1u);
-  EXPECT_EQ(ui.messages[0].text, "Error in modTarvenix.CheckSetupEntries - Error #9  Subscript out of range\r");
-}
-
 }  // namespace
 }  // namespace tarvenix::modTarvenix

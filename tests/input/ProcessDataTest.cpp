@@ -74,15 +74,6 @@ TEST(ProcessData, TheSecondPassTracesEachEventWithTheCycleTheFirstPassFound) {
   EXPECT_EQ(r.Cycles(), (V{3, 3, 4, 0, 0}));
 }
 
-TEST(ProcessData, WithoutDebugModeThereAreNoTraceLines) {
-  Reading r;
-  r.Setup(Lines({DataCycleLine(10), EventLine(1, {1, 2, 3, 4, 5})}), 1, 20, 1, true);
-  r.Read();
-  EXPECT_EQ(r.iErr, 0);
-  EXPECT_TRUE(r.ui.debugLines.empty());
-  EXPECT_EQ(r.Cycles(), (V{10, 10, 10, 10, 10}));
-}
-
 TEST(ProcessData, ReadsEachLineKindAtItsPositions) {
   struct Case {
     const char* what;
@@ -304,14 +295,6 @@ TEST(ProcessData, FirstCycleEventsAreIgnoredOnlyWhenTheUserSaysSo) {
     EXPECT_EQ(static_cast<bool>(r.s.bIgnoreFirstCycles), ignored);
     EXPECT_EQ(r.ui.lastFirstCycleDataCycles, c.dataCycles);
   }
-}
-
-TEST(ProcessData, NoQuestionWithoutFirstCycleEvents) {
-  Reading r;
-  r.Setup(Lines({DataCycleLine(2), EventLine(1, {1, 2, 3, 4, 5})}), 1, 10, 1, true);
-  r.Read();
-  EXPECT_EQ(r.iErr, 0);
-  EXPECT_TRUE(r.CallsFrom("FIRSTCYCLE").empty());
 }
 
 TEST(ProcessData, TooFewFailuresAndAllChannelsFailed) {
