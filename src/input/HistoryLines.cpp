@@ -11,15 +11,6 @@ namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-// The byte at position `position` (from 1), or 0 past the end.
-char At(std::string_view line, std::size_t position) {
-  return position <= line.size() ? line[position - 1] : '\0';
-}
-
-bool Has(std::string_view line, std::size_t position, std::string_view text) {
-  return line.size() >= position - 1 + text.size() && line.substr(position - 1, text.size()) == text;
-}
-
 // Everything from `position` (from 1) to the end, as Mid does.
 std::string_view From(std::string_view line, std::size_t position) {
   return line.size() >= position ? line.substr(position - 1) : std::string_view();
@@ -32,17 +23,6 @@ bool EndsNumber(char c) {
 }
 
 }  // namespace
-
-HistoryLineKind ClassifyHistoryLine(std::string_view line) {
-  HistoryLineKind kind = HistoryLineKind::Other;
-  if (Has(line, 1, "Cycle #")) kind = HistoryLineKind::DataCycle;
-  if (Has(line, 4, "::")) kind = HistoryLineKind::Event;
-  if (Has(line, 5, "T =")) kind = HistoryLineKind::TempCycle;
-  if (Has(line, 5, "M =")) kind = HistoryLineKind::MechCycle;
-  return kind;
-}
-
-bool IsContinuationLine(std::string_view line) { return At(line, 6) == '.'; }
 
 double FieldValue(std::string_view field) {
   std::size_t i = 0;
@@ -59,7 +39,12 @@ double FieldValue(std::string_view field) {
 int32_t DataCycleOf(std::string_view line) { return basic::CLng(FieldValue(From(line, 9))); }
 int32_t TempCycleOf(std::string_view line) { return basic::CLng(FieldValue(From(line, 34)) + 0.6); }
 int32_t MechCycleOf(std::string_view line) { return basic::CLng(FieldValue(From(line, 37))); }
-double OccurrenceOf(std::string_view line) { return FieldValue(line.substr(0, 3)); }
+double OccurrenceOf(std::string_view line) {
+  // Most event lines: three digits, read without Val's rules.
+  if (line.size() >= 3 && IsDigit(line[0]) && IsDigit(line[1]) && IsDigit(line[2]))
+    return (line[0] - '0') * 100 + (line[1] - '0') * 10 + (line[2] - '0');
+  return FieldValue(line.substr(0, 3));
+}
 
 int DecodeChannel(char c1, char c2, char c3, int16_t& channel) {
   if (c1 == '0' && IsDigit(c2) && IsDigit(c3)) {
