@@ -10,14 +10,17 @@ DEB_PACKAGES := cmake g++ make pkgconf \
 	libgtest-dev libgmock-dev libbenchmark-dev \
 	xvfb xauth fonts-dejavu-core fonts-liberation time
 
+# The fuzz targets' compiler and its sanitizer and fuzzer runtimes.
+FUZZ_PACKAGES := cmake make clang-14 libclang-rt-14-dev
+# Seconds each fuzz target runs (`make fuzz FUZZ_TIME=600`).
+FUZZ_TIME ?= 60
+FUZZ_TARGETS := channel_selection data_history ipc_events ini_files numbers
+
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
-.PHONY: all deps build test demo run asan bench clean
-
-all: build
-
-deps:
-	@missing=$$(for p in $(DEB_PACKAGES); do \
+# $(call install_missing,packages): installs those of the Debian packages that are missing.
+define install_missing
+	@missing=$$(for p in $(1); do \
 	    dpkg-query -W -f='$${Status}\n' "$$p" 2>/dev/null | grep -q '^install ok installed' || echo "$$p"; \
 	  done); \
 	if [ -n "$$missing" ]; then \
@@ -26,6 +29,14 @@ deps:
 	  $(SUDO) apt-get update -qq >/dev/null && \
 	  $(SUDO) apt-get install -y -qq --no-install-recommends $$missing >/dev/null; \
 	fi
+endef
+
+.PHONY: all deps build test demo run asan bench fuzz clean
+
+all: build
+
+deps:
+	$(call install_missing,$(DEB_PACKAGES))
 
 build: deps
 	cmake --preset ci >/dev/null
@@ -48,5 +59,13 @@ asan: deps
 bench: build
 	@bash tools/bench.sh
 
+# Each fuzz target for FUZZ_TIME seconds under the address and undefined-behaviour
+# sanitizers, after replaying its corpus.
+fuzz:
+	$(call install_missing,$(FUZZ_PACKAGES))
+	cmake --preset fuzz >/dev/null
+	cmake --build --preset fuzz -j $(JOBS)
+	bash tools/fuzz.sh $(FUZZ_TIME) $(FUZZ_TARGETS)
+
 clean:
-	rm -rf build build-asan out
+	rm -rf build build-asan build-fuzz out

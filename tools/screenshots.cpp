@@ -4,7 +4,9 @@
 // With a data history file (channels 1 to 32), the main window shows its real
 // analysis instead of sample lines.
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -20,6 +22,7 @@
 #include "app/frmTarvenixData.h"
 #include "app/frmTarvenixOptions.h"
 #include "app/frmTarvenixSetup.h"
+#include "input/frmTarvenixChSelFile.h"
 #include "input/frmTarvenixFirstCycFailures.h"
 
 namespace {
@@ -110,6 +113,23 @@ int main(int argc, char** argv) {
   app.FirstCycFailures().UpdateData(flags);
   app.FirstCycFailures().UpdateCycleMsg(false);
   Save(app.FirstCycFailures(), folder, "first-cycle");
+  // The channel selection editor on its first page and on its last, whose
+  // four-digit captions are the widest.
+  auto& editor = app.ChSelFile();
+  s.sDataDir = "/home/lab/vorlantic/data";
+  editor.Activate(record.sDataFile);
+  for (int box : {0, 1, 2, 3, 4, 9, 17, 40, 63})
+    editor.findChild<QCheckBox*>(QStringLiteral("Check1_%1").arg(box))->setChecked(true);
+  Save(editor, folder, "chsel-editor");
+  for (int page = 0; page < 15; ++page)
+    editor.findChild<QAbstractButton*>(QStringLiteral("CmdBtnScrollRight"))->click();
+  for (int box : {58, 59, 60, 61, 62, 63})
+    editor.findChild<QCheckBox*>(QStringLiteral("Check1_%1").arg(box))->setChecked(true);
+  Save(editor, folder, "chsel-editor-last-page");
+  editor.findChild<QAbstractButton*>(QStringLiteral("Option1_1"))->click();
+  editor.findChild<QLineEdit*>(QStringLiteral("txtFirstCh"))->setText(QStringLiteral("17"));
+  editor.findChild<QLineEdit*>(QStringLiteral("txtLastCh"))->setText(QStringLiteral("1024"));
+  Save(editor, folder, "chsel-editor-range");
   for (const char* line : {"First pass: 1,204 lines", "Channel 3: event at data cycle 1", "Second pass done"})
     app.Debug().UpdateText(line);
   Save(app.Debug(), folder, "debug-log");

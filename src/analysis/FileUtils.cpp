@@ -37,6 +37,7 @@ int ErrorNumberFor(int sysErrno, const std::string& path, bool forInput) {
     }
     case ENOTDIR: return err::kPathNotFound;
     case ENOSPC: return err::kDiskFull;
+    case EFBIG: return err::kDiskFull;  // the file system (or a quota) takes no larger file
 #ifdef EDQUOT
     case EDQUOT: return err::kDiskFull;
 #endif

@@ -17,6 +17,7 @@
 #include "app/frmTarvenixData.h"
 #include "app/frmTarvenixOptions.h"
 #include "app/frmTarvenixSetup.h"
+#include "input/frmTarvenixChSelFile.h"
 #include "input/frmTarvenixFirstCycFailures.h"
 
 namespace tarvenix {
@@ -90,6 +91,7 @@ void App::LoadWindows() {
   SelectDataSet();
   Edit();
   FirstCycFailures();
+  ChSelFile();
   Debug();
 }
 
@@ -132,13 +134,19 @@ frmTarvenixFirstCycFailures& App::FirstCycFailures() {
   return *firstCyc_;
 }
 
+frmTarvenixChSelFile& App::ChSelFile() {
+  if (!chSelFile_) chSelFile_ = new frmTarvenixChSelFile(*this, &Setup());
+  return *chSelFile_;
+}
+
 frmDebug& App::Debug() {
   if (!debug_) debug_ = std::make_unique<frmDebug>(session, ui);
   return *debug_;
 }
 
 void App::UnloadWindows() {
-  for (QWidget* w : std::initializer_list<QWidget*>{setup_, options_dialog_, select_, edit_, about_.get(), firstCyc_})
+  for (QWidget* w : std::initializer_list<QWidget*>{chSelFile_, setup_, options_dialog_, select_, edit_, about_.get(),
+                                                   firstCyc_})
     if (w) w->hide();
   if (debug_) debug_->close();
 }

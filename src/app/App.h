@@ -23,6 +23,7 @@ class frmTarvenixSelectDataSet;
 class frmTarvenixEdit;
 class frmAbout;
 class frmTarvenixFirstCycFailures;
+class frmTarvenixChSelFile;
 class frmDebug;
 
 struct StartupOptions {
@@ -55,6 +56,8 @@ class App {
   frmTarvenixEdit& Edit();
   frmAbout& About();
   frmTarvenixFirstCycFailures& FirstCycFailures();
+  // The channel selection file editor, over the setup dialog.
+  frmTarvenixChSelFile& ChSelFile();
   // The debug log window, made on first use.
   frmDebug& Debug();
 
@@ -77,6 +80,7 @@ class App {
   frmTarvenixSelectDataSet* select_ = nullptr;
   frmTarvenixEdit* edit_ = nullptr;
   frmTarvenixFirstCycFailures* firstCyc_ = nullptr;
+  frmTarvenixChSelFile* chSelFile_ = nullptr;  // a child of the setup dialog
   std::unique_ptr<frmAbout> about_;
   std::unique_ptr<frmDebug> debug_;
 };

@@ -104,7 +104,7 @@ QString FileDialogs::ToQtFilter(const QString& filter) {
 }
 
 QString FileDialogs::Ask(QWidget* parent, const QString& title, const QString& filter, const QString& defaultName,
-                         bool open) {
+                         bool open, bool confirmOverwrite) {
   gLastDefaultName = defaultName;
   gLastFilter = ToQtFilter(filter);
   if (!FileNames().empty()) {
@@ -114,7 +114,9 @@ QString FileDialogs::Ask(QWidget* parent, const QString& title, const QString& f
   }
   if (gTestMode) return {};
   return open ? QFileDialog::getOpenFileName(parent, title, defaultName, gLastFilter)
-              : QFileDialog::getSaveFileName(parent, title, defaultName, gLastFilter);
+              : QFileDialog::getSaveFileName(parent, title, defaultName, gLastFilter, nullptr,
+                                             confirmOverwrite ? QFileDialog::Options()
+                                                              : QFileDialog::DontConfirmOverwrite);
 }
 
 // --- Documents --------------------------------------------------------------

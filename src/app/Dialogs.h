@@ -56,9 +56,10 @@ class FileDialogs {
 
   // The program's file dialog: `filter` in "description|pattern|..." pairs
   // (none: all files); an open dialog when `open`, else a save dialog. Returns
-  // the chosen name, "" when cancelled.
+  // the chosen name, "" when cancelled. A save dialog asks before an existing
+  // file is chosen unless `confirmOverwrite` is false (the caller asks itself).
   static QString Ask(QWidget* parent, const QString& title, const QString& filter, const QString& defaultName,
-                     bool open);
+                     bool open, bool confirmOverwrite = true);
   // "Text files (*.txt)|*.txt" as Qt writes it.
   static QString ToQtFilter(const QString& filter);
 };

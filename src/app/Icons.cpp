@@ -56,6 +56,14 @@ const char* SvgSource(IconId id) {
         <path d="M17 16h12M24 11l5 5-5 5" fill="none" stroke="#d9534f" stroke-width="3"
               stroke-linecap="round" stroke-linejoin="round"/>
       </svg>)";
+    case IconId::PageLeft:
+      return R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 32 32">
+        <path d="M25 3L5 16l20 13z" fill="#1f6fb8" stroke="#33414e" stroke-width="2" stroke-linejoin="round"/>
+      </svg>)";
+    case IconId::PageRight:
+      return R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 32 32">
+        <path d="M7 3l20 13-20 13z" fill="#1f6fb8" stroke="#33414e" stroke-width="2" stroke-linejoin="round"/>
+      </svg>)";
   }
   return "";
 }

@@ -1,5 +1,6 @@
 #pragma once
-// The pictures on the main window's buttons and the about window, drawn from
+// The pictures on the main window's buttons, the channel editor's page
+// buttons and the about window, drawn from
 // vector sources so they stay crisp at any screen scaling.
 
 #include <QIcon>
@@ -7,7 +8,7 @@
 
 namespace tarvenix::gui {
 
-enum class IconId { Plot, Print, Save, ViewDataFile, Help, Exit };
+enum class IconId { Plot, Print, Save, ViewDataFile, Help, Exit, PageLeft, PageRight };
 
 QIcon MakeIcon(IconId id);
 // The about window's picture: Weibull probability paper with a fitted line,

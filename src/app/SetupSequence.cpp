@@ -13,27 +13,10 @@
 namespace tarvenix::setup {
 namespace {
 
-struct Refusal {
-  const char* message;
-  SetupFocus focus;
-};
-
-// The text of a box as the reader gets it: a channel entry's number, anything
-// else 0 (the boxes of a choice not taken may hold anything).
-int16_t ChannelNumber(const std::string& text) {
-  return IsChannelEntry(text) ? basic::CInt(basic::CDbl(text)) : int16_t{0};
-}
-
 // Checks 5 to 8: the channel range, when the range is the choice.
-std::optional<Refusal> CheckChannelRange(const DataSetSettings& c) {
+std::optional<Refusal> CheckRangeChoice(const DataSetSettings& c) {
   if (!c.bFirstLastCh) return std::nullopt;
-  if (!IsChannelEntry(c.sFirstCh)) return Refusal{kFirstChannelInvalid, SetupFocus::txtFirstCh};
-  if (!IsChannelEntry(c.sLastCh)) return Refusal{kLastChannelInvalid, SetupFocus::txtLastCh};
-  const int first = ChannelNumber(c.sFirstCh);
-  const int last = ChannelNumber(c.sLastCh);
-  if (first >= last) return Refusal{kChannelOrder, SetupFocus::txtFirstCh};
-  if (last - first + 1 < 5) return Refusal{kTooFewChannels, SetupFocus::txtFirstCh};
-  return std::nullopt;
+  return CheckChannelRange(c.sFirstCh, c.sLastCh);
 }
 
 // Step 3 of OK: the data history file becomes the one being set up, its folder
@@ -61,7 +44,7 @@ std::optional<Refusal> CheckControls(Session& s, const DataSetSettings& c) {
   FileDataHistoryNames(s, c.sDataFile);
   if (c.bIPCOccurrences && !modUtils::IsFile(modTarvenix::IpcFileName(c.sDataFile)))
     return Refusal{kIpcFileMissing, SetupFocus::txtDataFile};
-  if (std::optional<Refusal> r = CheckChannelRange(c)) return r;
+  if (std::optional<Refusal> r = CheckRangeChoice(c)) return r;
   if (c.bNumOccurrences && basic::Val(c.sOccurrenceLimit) == 0) return Refusal{kZeroOccurrenceLimit, SetupFocus::None};
   return std::nullopt;
 }
@@ -88,6 +71,20 @@ bool IsChannelEntry(const std::string& text) {
   if (!basic::IsNumeric(text)) return false;
   const double v = basic::CDbl(text);
   return v == basic::Fix(v) && v >= 1 && v <= kMaxChannels;
+}
+
+int16_t ChannelNumber(const std::string& text) {
+  return IsChannelEntry(text) ? basic::CInt(basic::CDbl(text)) : int16_t{0};
+}
+
+std::optional<Refusal> CheckChannelRange(const std::string& first, const std::string& last) {
+  if (!IsChannelEntry(first)) return Refusal{kFirstChannelInvalid, SetupFocus::txtFirstCh};
+  if (!IsChannelEntry(last)) return Refusal{kLastChannelInvalid, SetupFocus::txtLastCh};
+  const int firstCh = ChannelNumber(first);
+  const int lastCh = ChannelNumber(last);
+  if (firstCh >= lastCh) return Refusal{kChannelOrder, SetupFocus::txtFirstCh};
+  if (lastCh - firstCh + 1 < 5) return Refusal{kTooFewChannels, SetupFocus::txtFirstCh};
+  return std::nullopt;
 }
 
 std::string ActivateSetup(Session& s, UiPort& ui, SetupMode mode, DataSetSettings& controls) {

@@ -5,7 +5,9 @@
 // analyses it. The desktop dialog and tarvenix-cli both run this code; the
 // dialog's controls travel as a DataSetSettings record.
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "app/Session.h"
@@ -39,6 +41,19 @@ const char* FocusObjectName(SetupFocus focus);
 
 // A channel box's text is a channel number: a whole number from 1 to 1024.
 bool IsChannelEntry(const std::string& text);
+// A channel box's text as the reader gets it: a channel entry's number,
+// anything else 0.
+int16_t ChannelNumber(const std::string& text);
+
+// Why OK leaves a dialog open, and the box that gets the focus.
+struct Refusal {
+  const char* message;
+  SetupFocus focus;
+};
+// A first and last channel as typed: each a channel entry, the first below the
+// last, at least 5 channels; the first failure, nothing when they are good.
+// The setup dialog and the channel selection editor check ranges alike.
+std::optional<Refusal> CheckChannelRange(const std::string& first, const std::string& last);
 
 // The dialog as it opens in `mode`: in add mode it works on the next data set
 // number (iDataSetNum + 1); the ID proposal "Data Set #" and that number, data

@@ -22,6 +22,7 @@
 #include "app/SetupSequence.h"
 #include "app/UpDown.h"
 #include "app/frmTarvenixData.h"
+#include "input/frmTarvenixChSelFile.h"
 
 namespace tarvenix {
 namespace {
@@ -367,9 +368,8 @@ void frmTarvenixSetup::CreateChSelFile() {
                             "You must select a Data History file before creating a Channel Selection file!");
       return;
     }
-    modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "",
-                          "The channel selection file editor is not available in this version yet. Write the "
-                          "channel numbers into a text file, one per line, and choose it with Browse.");
+    if (app_.ChSelFile().ShowModal(PathFromQt(txtDataFile_->text())))
+      modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Channel Selection File was created successfully.");
   });
 }
 

@@ -92,22 +92,6 @@ TEST(Settings, WritingKeepsForeignKeys) {
             "Confidence Level=1\r\n[Mine]\r\nx=y\r\n");
 }
 
-TEST(Settings, AFolderThatCannotBeWrittenAtQuitGivesOneMessageAndKeepsTheFile) {
-  SettingsEnv env;
-  env.WriteSettings("[General]\r\nSound Status=False\r\n");
-  test::OpenForEveryone(env.dir.Path());
-  std::filesystem::permissions(env.s.sDataLogDir,
-                               std::filesystem::perms::owner_write | std::filesystem::perms::group_write |
-                                   std::filesystem::perms::others_write,
-                               std::filesystem::perm_options::remove);
-  std::string outcome = test::AsUnprivilegedUser([&] {
-    bool written = WriteTarvenixIni(env.s, env.ui);
-    return std::string(written ? "written" : "refused") + "|" + std::to_string(env.ui.messages.size());
-  });
-  EXPECT_EQ(outcome, "refused|1");
-  EXPECT_EQ(ReadAll(SettingsFilePath(env.s)), "[General]\r\nSound Status=False\r\n");
-}
-
 TEST(Settings, TheCompanionsFileOnlyPointsTheDataFolder) {
   SettingsEnv env;
   env.s.sDataDir = "/elsewhere";

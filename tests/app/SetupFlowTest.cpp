@@ -229,5 +229,46 @@ TEST_F(SetupFlowTest, FirstCycleEventsAreIgnoredOnYesAndStopTheAnalysisOnNo) {
   }
 }
 
+TEST_F(SetupFlowTest, TheIpcJedecChoiceAnalysesTheEventArrayFile) {
+  sim::SimOptions o = Board(2);
+  o.cycleLines = sim::CycleLines::Temperature;
+  o.dataPerCycle = 2;
+  o.ipc = true;
+  o.ipcNoise = 1;
+  o.eta = 600;
+  test = sim::PlanTest(o);
+  // Only the event array file is there: the IPC/JEDEC limit does not need the
+  // data history file.
+  const std::string history = dataHome.File("ipc-board.txt");
+  sim::WriteEventArrayFile(o, test, sim::EventArrayPath(history));
+  const std::vector<int64_t> failures = sim::ExpectedIpcFailureCycles(o, test, false, true);
+  int rows = 0;
+  for (std::size_t i = 0; i < failures.size(); ++i) rows += i == 0 || failures[i] != failures[i - 1];
+  ASSERT_GE(rows, 5);
+  ASSERT_LT(failures.size(), 30u) << "some channels must survive";
+
+  WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
+    Fill(setup, history);
+    Find<QRadioButton>(setup, "btnTempCycles")->setChecked(true);
+    Find<QRadioButton>(setup, "btnIPCOccurrences")->setChecked(true);
+    EXPECT_FALSE(Find<QWidget>(setup, "LblOccurrenceLimit")->isEnabled());
+    EXPECT_FALSE(Find<QWidget>(setup, "UpDownOccrLimit")->isEnabled());
+    WhenModal("frmTarvenixFirstCycFailures", [&](QWidget* question) {
+      EXPECT_EQ(question->windowTitle(), QStringLiteral("First Temp. or Mech. Cycle Events Found"));
+      Click(question, "cmdBtnYes");
+    });
+    Click(setup, "cmdBtnOK");
+  });
+  Click(&Main(), "btnAddDataSet");
+
+  EXPECT_EQ(Status(), QStringLiteral("Analysis complete."));
+  EXPECT_TRUE(Log().contains(QStringLiteral("Occurrence limit to be considered: IPC/JEDEC Limit")));
+  EXPECT_TRUE(Log().contains(QStringLiteral("Channels failed under the IPC/JEDEC rule = %1").arg(failures.size())));
+  EXPECT_TRUE(Log().contains(QStringLiteral("Number of analyzed events = %1").arg(rows)));
+  EXPECT_EQ(app->session.iGroupSize(1), 30);
+  EXPECT_EQ(app->session.iCycleType, 1);
+  EXPECT_TRUE(static_cast<bool>(app->session.dataSetSettings(1).bIPCOccurrences));
+}
+
 }  // namespace
 }  // namespace tarvenix::test

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 
 #include "HistoryText.h"
@@ -72,46 +71,6 @@ TEST(ReaderFaults, AFileThatCannotBeOpenedIsNamedByItsError) {
   }
 }
 
-TEST(ReaderFaults, AFileWithoutReadPermission) {
-  Reading r;
-  r.Setup(Lines({DataCycleLine(3), EventLine(1, {1, 2, 3, 4, 5})}), 1, 10, 1, true);
-  OpenForEveryone(r.dir.Path());
-  std::filesystem::permissions(r.dataFile, std::filesystem::perms::none);
-  std::string shown = AsUnprivilegedUser([&] {
-    r.Read();
-    return r.ui.MessageTexts().empty() ? std::string("no message") : r.ui.MessageTexts().back();
-  });
-  EXPECT_EQ(shown, ErrorBox(75, "Path/File access error"));
-}
-
-// Takes the file away while the user is told the second pass is under way.
-class VanishingFileUi : public RecordingUi {
- public:
-  std::string file;
-  void UpdateStatus(const std::string& sMsg) override {
-    if (sMsg == "Working...") std::filesystem::remove(file);
-    RecordingUi::UpdateStatus(sMsg);
-  }
-};
-
-TEST(ReaderFaults, AFileThatVanishesBetweenThePasses) {
-  TempDir dir;
-  Session s;
-  VanishingFileUi ui;
-  s.iDataSetNum = 1;
-  s.bSoundStatus = false;
-  ui.file = dir.Write("run.txt", Lines({DataCycleLine(3), EventLine(1, {1, 2, 3, 4, 5})}));
-  s.sDataFiles(1) = ui.file;
-  s.bDataCycles = s.bNumOccurrences = true;
-  s.iOccurrenceLimits(1) = 1;
-  s.iGroupSize(1) = 10;
-  for (int ch = 1; ch <= 10; ++ch) s.iChSelected(ch) = 1;
-  int16_t iErr = 0;
-  modTarvenix::ProcessData(s, ui, iErr);
-  EXPECT_EQ(iErr, 1);
-  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{ErrorBox(53, "File not found")});
-}
-
 TEST(ReaderFaults, TextIsReadWhateverItsLineEndsAndBytes) {
   const std::vector<std::string> lines = {"Vorlantic", DataCycleLine(4), EventLine(1, {1, 2}), TempLine("4.0"),
                                           DataCycleLine(6), EventLine(1, {3, 4, 5}), TempLine("6.0")};
@@ -159,17 +118,6 @@ TEST(ReaderFaults, AHundredMegabyteLineIsReadThrough) {
   EXPECT_EQ(r.Cycles(), (V{7, 7, 7, 7, 7, 7, 8}));
   EXPECT_EQ(r.ui.debugLines[1], "Event #1 recorded on Ch # 5 @ Data cycle #7") << "read from the line's end";
   EXPECT_EQ(r.ui.debugLines[6], "Event #6 recorded on Ch # 99 @ Data cycle #7");
-}
-
-TEST(ReaderFaults, ABinaryFileEndsWithAMessage) {
-  std::string bytes(1u << 20, '\0');
-  uint32_t state = 99;
-  for (char& b : bytes) b = static_cast<char>((state = state * 1103515245u + 12345u) >> 24);
-  Reading r;
-  r.Setup(bytes, 1, 1024, 1, true);
-  r.Read();
-  EXPECT_EQ(r.iErr, 1);
-  EXPECT_EQ(r.ui.messages.size(), 1u);
 }
 
 }  // namespace

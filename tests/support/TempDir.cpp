@@ -1,11 +1,14 @@
 #include "support/TempDir.h"
 
+#include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <sstream>
 #include <stdexcept>
 
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -98,6 +101,25 @@ void OpenForEveryone(const std::string& folder) {
   for (auto it = fs::recursive_directory_iterator(folder, ec); !ec && it != fs::recursive_directory_iterator();
        it.increment(ec))
     fs::permissions(it->path(), fs::perms::all, fs::perm_options::add, ec);
+}
+
+DiskSpaceLimit::DiskSpaceLimit(std::size_t bytes) {
+  rlimit limit{};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  oldLimit_ = limit.rlim_cur;
+  // Only the soft limit moves, so it can be given back without special rights.
+  limit.rlim_cur = std::min<rlim_t>(bytes, limit.rlim_max);
+  if (setrlimit(RLIMIT_FSIZE, &limit) != 0) throw std::runtime_error("cannot limit file sizes");
+  // A write past the limit then fails with an error instead of ending the process.
+  oldHandler_ = std::signal(SIGXFSZ, SIG_IGN);
+}
+
+DiskSpaceLimit::~DiskSpaceLimit() {
+  rlimit limit{};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  limit.rlim_cur = oldLimit_;
+  setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, oldHandler_);
 }
 
 }  // namespace tarvenix::test

@@ -1,6 +1,7 @@
 #pragma once
 // A temporary folder that is removed with everything in it at the end of a test.
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -39,5 +40,19 @@ std::string AsUnprivilegedUser(const std::function<std::string()>& body);
 
 // Makes a folder (and, when running as root, its path) usable by that user.
 void OpenForEveryone(const std::string& folder);
+
+// While it lives, no file this process writes can grow past `bytes`: a write
+// beyond fails as it would on a disk with that much room left.
+class DiskSpaceLimit {
+ public:
+  explicit DiskSpaceLimit(std::size_t bytes);
+  ~DiskSpaceLimit();
+  DiskSpaceLimit(const DiskSpaceLimit&) = delete;
+  DiskSpaceLimit& operator=(const DiskSpaceLimit&) = delete;
+
+ private:
+  unsigned long long oldLimit_;
+  void (*oldHandler_)(int);
+};
 
 }  // namespace tarvenix::test
