@@ -39,12 +39,7 @@ double FieldValue(std::string_view field) {
 int32_t DataCycleOf(std::string_view line) { return basic::CLng(FieldValue(From(line, 9))); }
 int32_t TempCycleOf(std::string_view line) { return basic::CLng(FieldValue(From(line, 34)) + 0.6); }
 int32_t MechCycleOf(std::string_view line) { return basic::CLng(FieldValue(From(line, 37))); }
-double OccurrenceOf(std::string_view line) {
-  // Most event lines: three digits, read without Val's rules.
-  if (line.size() >= 3 && IsDigit(line[0]) && IsDigit(line[1]) && IsDigit(line[2]))
-    return (line[0] - '0') * 100 + (line[1] - '0') * 10 + (line[2] - '0');
-  return FieldValue(line.substr(0, 3));
-}
+double OccurrenceFieldOf(std::string_view line) { return FieldValue(line.substr(0, 3)); }
 
 int DecodeChannel(char c1, char c2, char c3, int16_t& channel) {
   if (c1 == '0' && IsDigit(c2) && IsDigit(c3)) {
@@ -70,6 +65,7 @@ void EntryScanner::Begin() {
   fed_ = 0;
   ++generation_;
   order_.clear();
+  repeated_ = false;
   error_ = 0;
   hasDecoded_ = false;
 }
@@ -88,6 +84,7 @@ void EntryScanner::Entry(uint64_t dotPosition, char c1, char c2, char c3) {
     error_ = error;
     ++generation_;
     order_.clear();
+    repeated_ = false;
     return;
   }
   if (!hasDecoded_) {
@@ -98,6 +95,8 @@ void EntryScanner::Entry(uint64_t dotPosition, char c1, char c2, char c3) {
   if (seenIn_[slot] != generation_) {
     seenIn_[slot] = generation_;
     order_.push_back(channel);
+  } else {
+    repeated_ = true;
   }
   rightmost_[slot] = dotPosition;
 }
@@ -131,6 +130,12 @@ void EntryScanner::Feed(std::string_view piece) {
 }
 
 void EntryScanner::End() {
+  // With every channel named once, the entries were met left to right, so the
+  // backwards walk's order is theirs reversed.
+  if (!repeated_) {
+    std::reverse(order_.begin(), order_.end());
+    return;
+  }
   std::sort(order_.begin(), order_.end(), [&](int16_t a, int16_t b) {
     return rightmost_[static_cast<std::size_t>(a)] > rightmost_[static_cast<std::size_t>(b)];
   });
