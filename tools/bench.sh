@@ -91,9 +91,10 @@ peak_kib() {
 
 verdict() { awk -v v="$1" -v goal="$2" 'BEGIN { print (v <= goal ? "met" : "MISSED") }'; }
 
-# Times one file and prints its table; sets cli_median and cli_peak.
+# Times one file and prints its table; sets cli_median and cli_peak. The
+# ratio goals are judged only for the large file (judge_ratios=yes).
 bench_file() {
-  local name=$1
+  local name=$1 judge_ratios=$2
   local file=$data/$name.txt chsel=$data/$name-chsel.txt
   local bytes lines
   cat "$file" >/dev/null  # into the page cache
@@ -122,9 +123,14 @@ bench_file() {
   local wc_ratio grep_ratio
   wc_ratio=$(awk -v a="$cli_median" -v b="${wc_time% *}" 'BEGIN { printf "%.2f", a / b }')
   grep_ratio=$(awk -v a="$cli_median" -v b="${grep_time% *}" 'BEGIN { printf "%.2f", a / b }')
-  printf '%-46s %9s   goal <= 5: %s, moonshot <= 3: %s\n' "tarvenix-cli / wc -l" "$wc_ratio" \
-    "$(verdict "$wc_ratio" 5)" "$(verdict "$wc_ratio" 3)"
-  printf '%-46s %9s   goal <= 1: %s\n' "tarvenix-cli / grep -c '::'" "$grep_ratio" "$(verdict "$grep_ratio" 1)"
+  if [[ $judge_ratios == yes ]]; then
+    printf '%-46s %9s   goal <= 5: %s, moonshot <= 3: %s\n' "tarvenix-cli / wc -l" "$wc_ratio" \
+      "$(verdict "$wc_ratio" 5)" "$(verdict "$wc_ratio" 3)"
+    printf '%-46s %9s   goal <= 1: %s\n' "tarvenix-cli / grep -c '::'" "$grep_ratio" "$(verdict "$grep_ratio" 1)"
+  else
+    printf '%-46s %9s   (start-up included)\n' "tarvenix-cli / wc -l" "$wc_ratio"
+    printf '%-46s %9s\n' "tarvenix-cli / grep -c '::'" "$grep_ratio"
+  fi
   printf '%-46s %9s   goal <= 64 MiB: %s\n' "tarvenix-cli peak resident memory (MiB)" \
     "$(awk -v k="$cli_peak" 'BEGIN { printf "%.1f", k / 1024 }')" "$(verdict "$cli_peak" 65536)"
 }
@@ -137,10 +143,10 @@ generate history-10m 9000000 "${small_options[@]}"
 
 large_peak=""
 if [[ ${BENCH_LARGE:-1} != 0 ]]; then
-  bench_file history-1g
+  bench_file history-1g yes
   large_peak=$cli_peak
 fi
-bench_file history-10m
+bench_file history-10m no
 printf '%-46s %9s   goal <= 0.050 s: %s\n' "tarvenix-cli wall time, 10 MB file (s)" "$cli_median" \
   "$(verdict "$cli_median" 0.050)"
 if [[ -n $large_peak ]]; then
