@@ -1,8 +1,9 @@
 // tarvenix-screenshots: renders every window of the desktop program to PNG
 // files in a folder, so layouts can be looked at under any screen scaling
-// (QT_SCALE_FACTOR=1.5). Usage: tarvenix-screenshots OUTPUT_FOLDER [DATA_FILE]
-// With a data history file (channels 1 to 32), the main window shows its real
-// analysis instead of sample lines.
+// (QT_SCALE_FACTOR=1.5). Usage: tarvenix-screenshots OUTPUT_FOLDER [DATA_FILE...]
+// With data history files (channels 1 to 32 of each, up to five), the main
+// window shows their real analysis instead of sample lines, and the plot window
+// is grabbed at two sizes.
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -24,6 +25,7 @@
 #include "app/frmTarvenixSetup.h"
 #include "input/frmTarvenixChSelFile.h"
 #include "input/frmTarvenixFirstCycFailures.h"
+#include "plot/frmTarvenixPlot.h"
 
 namespace {
 
@@ -39,8 +41,8 @@ void Save(QWidget& w, const QDir& folder, const char* name) {
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  if (argc != 2 && argc != 3) {
-    std::fprintf(stderr, "Usage: tarvenix-screenshots OUTPUT_FOLDER [DATA_FILE]\n");
+  if (argc < 2) {
+    std::fprintf(stderr, "Usage: tarvenix-screenshots OUTPUT_FOLDER [DATA_FILE...]\n");
     return 2;
   }
   QDir folder(QString::fromLocal8Bit(argv[1]));
@@ -69,20 +71,23 @@ int main(int argc, char** argv) {
   record.sLastCh = "32";
 
   auto& main = app.MainWindow();
-  if (argc == 3) {
-    // A real data set through the setup dialog's OK.
+  if (argc >= 3) {
+    // Real data sets through the setup dialog's OK, one for each file (up to five).
     s.iNumDataSets = 0;
     s.iDataSetNum = 0;
     s.bDebug = false;
     auto& setup = app.Setup();
-    setup.SetAddMode(true);
-    setup.SetReAnalyzeMode(false);
-    setup.Activate();
-    setup.findChild<QLineEdit*>(QStringLiteral("txtDataFile"))->setText(QString::fromLocal8Bit(argv[2]));
-    setup.findChild<QLineEdit*>(QStringLiteral("txtFirstCh"))->setText(QStringLiteral("1"));
-    setup.findChild<QLineEdit*>(QStringLiteral("txtLastCh"))->setText(QStringLiteral("32"));
-    setup.findChild<QLineEdit*>(QStringLiteral("MaskEdBoxDataID"))->setText(QStringLiteral("Board A, 85 C"));
-    setup.FinishUp();
+    const char* ids[] = {"Board A, 85 C", "Board B, 125 C", "Board C", "Board D", "Board E"};
+    for (int i = 2; i < argc && i < 7; ++i) {
+      setup.SetAddMode(true);
+      setup.SetReAnalyzeMode(false);
+      setup.Activate();
+      setup.findChild<QLineEdit*>(QStringLiteral("txtDataFile"))->setText(QString::fromLocal8Bit(argv[i]));
+      setup.findChild<QLineEdit*>(QStringLiteral("txtFirstCh"))->setText(QStringLiteral("1"));
+      setup.findChild<QLineEdit*>(QStringLiteral("txtLastCh"))->setText(QStringLiteral("32"));
+      setup.findChild<QLineEdit*>(QStringLiteral("MaskEdBoxDataID"))->setText(QString::fromLatin1(ids[i - 2]));
+      setup.FinishUp();
+    }
     s.bDebug = true;
   } else {
     main.UpdateTextBox("Reading data history file ...");
@@ -94,6 +99,18 @@ int main(int argc, char** argv) {
   }
   main.Activate();
   Save(main, folder, "main-window");
+  if (argc >= 3) {
+    // The plot window at a small and a large size: the large one switches to
+    // the large fonts and markers.
+    auto& plot = app.Plot();
+    plot.setTitle("");
+    for (auto [width, name] : {std::pair{800, "plot-window"}, std::pair{1400, "plot-window-large"}}) {
+      plot.show();
+      plot.resize(width, width * 3 / 4);
+      QApplication::processEvents();
+      Save(plot, folder, name);
+    }
+  }
 
   auto& setup = app.Setup();
   setup.SetAddMode(false);

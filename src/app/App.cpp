@@ -19,6 +19,7 @@
 #include "app/frmTarvenixSetup.h"
 #include "input/frmTarvenixChSelFile.h"
 #include "input/frmTarvenixFirstCycFailures.h"
+#include "plot/frmTarvenixPlot.h"
 
 namespace tarvenix {
 
@@ -29,7 +30,8 @@ App::App(StartupOptions options) : options_(std::move(options)) {
 }
 
 App::~App() {
-  // The dialogs are children of the main window; the log and about windows are not.
+  // The dialogs are children of the main window; the log, about and plot windows are not.
+  plot_.reset();
   debug_.reset();
   about_.reset();
   main_.reset();
@@ -91,6 +93,7 @@ void App::LoadWindows() {
   SelectDataSet();
   Edit();
   FirstCycFailures();
+  Plot();
   ChSelFile();
   Debug();
 }
@@ -144,10 +147,16 @@ frmDebug& App::Debug() {
   return *debug_;
 }
 
+frmTarvenixPlot& App::Plot() {
+  if (!plot_) plot_ = std::make_unique<frmTarvenixPlot>(*this);
+  return *plot_;
+}
+
 void App::UnloadWindows() {
   for (QWidget* w : std::initializer_list<QWidget*>{chSelFile_, setup_, options_dialog_, select_, edit_, about_.get(),
                                                    firstCyc_})
     if (w) w->hide();
+  if (plot_) plot_->hide();
   if (debug_) debug_->close();
 }
 

@@ -25,6 +25,7 @@ class frmAbout;
 class frmTarvenixFirstCycFailures;
 class frmTarvenixChSelFile;
 class frmDebug;
+class frmTarvenixPlot;
 
 struct StartupOptions {
   QString programFolder;  // default: the folder of the running program
@@ -56,6 +57,8 @@ class App {
   frmTarvenixEdit& Edit();
   frmAbout& About();
   frmTarvenixFirstCycFailures& FirstCycFailures();
+  // The plot window (modeless), made once.
+  frmTarvenixPlot& Plot();
   // The channel selection file editor, over the setup dialog.
   frmTarvenixChSelFile& ChSelFile();
   // The debug log window, made on first use.
@@ -83,6 +86,7 @@ class App {
   frmTarvenixChSelFile* chSelFile_ = nullptr;  // a child of the setup dialog
   std::unique_ptr<frmAbout> about_;
   std::unique_ptr<frmDebug> debug_;
+  std::unique_ptr<frmTarvenixPlot> plot_;
 };
 
 // The name of the lock file that marks a running copy.

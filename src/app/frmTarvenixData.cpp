@@ -38,6 +38,7 @@
 #include "app/frmTarvenixOptions.h"
 #include "app/frmTarvenixSetup.h"
 #include "plot/TGraph.h"
+#include "plot/frmTarvenixPlot.h"
 #include "tarvenix/Version.h"
 
 namespace tarvenix {
@@ -306,9 +307,12 @@ void frmTarvenixData::Plot() {
     Bool16 bCancel;
     modTGraph::PlotGuard(s, app_.ui, bCancel);
     if (bCancel) return;
-    modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "",
-                          "The Weibull plot window is not available in this version yet.\rSave or print the "
-                          "analysis to see the results of every data set.");
+    frmTarvenixPlot& plot = app_.Plot();
+    plot.setTitle(FromQt(MaskEdBoxGrHeader_->text()));
+    plot.show();
+    plot.raise();
+    plot.activateWindow();
+    plot.Redraw();
   });
 }
 

@@ -11,36 +11,24 @@
 #include <QTimer>
 
 #include "plot/frmSystemSaveOptions.h"
+#include "support/GuiTest.h"
 
 namespace tarvenix {
 namespace {
 
-// The application lives from before the first test to after the last one.
-class QtEnvironment : public ::testing::Environment {
- public:
-  void SetUp() override {
-    static int argc = 1;
-    static char name[] = "plot_save_options_test";
-    static char* argv[] = {name, nullptr};
-    app_ = std::make_unique<QApplication>(argc, argv);
-  }
-  void TearDown() override { app_.reset(); }
-
- private:
-  std::unique_ptr<QApplication> app_;
-};
-const auto* const kEnvironment = ::testing::AddGlobalTestEnvironment(new QtEnvironment);
+using test::Click;
+using test::WhenModal;
 
 // Shows the dialog modally, as the plot window does, and lets `answer` work
 // its controls once it is up.
-void ShowModal(frmSystemSaveOptions& dialog, const std::function<void(frmSystemSaveOptions&)>& answer) {
-  QTimer::singleShot(0, &dialog, [&] { answer(dialog); });
+void ShowModal(frmSystemSaveOptions& dialog, const std::function<void(QWidget*)>& answer) {
+  WhenModal("frmSystemSaveOptions", answer);
   dialog.exec();
 }
 
 template <typename W>
-W* Find(frmSystemSaveOptions& d, const char* name) {
-  W* w = d.findChild<W*>(QString::fromLatin1(name));
+W* Find(QWidget* d, const char* name) {
+  W* w = d->findChild<W*>(QString::fromLatin1(name));
   EXPECT_NE(w, nullptr) << name;
   return w;
 }
@@ -55,13 +43,13 @@ TEST(SaveOptions, OkTakesNameTypeAndNegativeImage) {
     frmSystemSaveOptions dialog;
     dialog.SetSaveFilename("run7_weibull");
     QString shown;
-    ShowModal(dialog, [&](frmSystemSaveOptions& d) {
+    ShowModal(dialog, [&](QWidget* d) {
       QLineEdit* name = Find<QLineEdit>(d, "txtSaveFilename");
       shown = name->text();
       name->setText(QStringLiteral("lot 12"));
       Find<QRadioButton>(d, c.typeButton)->setChecked(true);
       Find<QCheckBox>(d, "chkBoxNegativeImage")->setChecked(c.negative);
-      Find<QPushButton>(d, "CmdBtnOK")->click();
+      Click(d, "CmdBtnOK");
     });
     EXPECT_EQ(shown, QStringLiteral("run7_weibull"));
     EXPECT_FALSE(dialog.Canceled());
@@ -76,12 +64,12 @@ TEST(SaveOptions, CancelOrClosingKeepsTheNameAndSaysCancelled) {
   for (bool byButton : {true, false}) {
     frmSystemSaveOptions dialog;
     dialog.SetSaveFilename("run7_weibull");
-    ShowModal(dialog, [&](frmSystemSaveOptions& d) {
+    ShowModal(dialog, [&](QWidget* d) {
       Find<QLineEdit>(d, "txtSaveFilename")->setText(QStringLiteral("changed"));
       if (byButton) {
-        Find<QPushButton>(d, "cmdBtnCancel")->click();
+        Click(d, "cmdBtnCancel");
       } else {
-        d.close();
+        d->close();
       }
     });
     EXPECT_TRUE(dialog.Canceled());
