@@ -7,7 +7,7 @@
 namespace tarvenix::samples {
 namespace {
 
-// A small deterministic generator: the same spec gives the same points.
+// A small deterministic generator: the same sample gives the same points.
 class Normal {
  public:
   explicit Normal(uint32_t seed) : state_(seed * 2654435761u + 1) {}
@@ -27,15 +27,15 @@ class Normal {
 
 }  // namespace
 
-void AddSampleDataSet(Session& s, int i, const SampleSpec& spec) {
-  Normal noise(spec.seed);
-  const int n = spec.failures;
-  const double N = spec.groupSize;
+void AddSampleDataSet(Session& s, int i, const SampleSpec& sample) {
+  Normal noise(sample.seed);
+  const int n = sample.failures;
+  const double N = sample.groupSize;
   std::vector<double> cycles;
   for (int j = 1; j <= n; ++j) {
     double F = (j - 0.3) / (N + 0.4);
-    double c = spec.n50 * std::pow(-std::log(1 - F) / std::log(2.0), 1 / spec.beta);
-    cycles.push_back(std::max(2.0, std::round(c * std::exp(spec.scatter * noise.Next()))));
+    double c = sample.n50 * std::pow(-std::log(1 - F) / std::log(2.0), 1 / sample.beta);
+    cycles.push_back(std::max(2.0, std::round(c * std::exp(sample.scatter * noise.Next()))));
   }
   std::sort(cycles.begin(), cycles.end());
   double sx = 0, sy = 0, sxx = 0, sxy = 0;
@@ -57,9 +57,9 @@ void AddSampleDataSet(Session& s, int i, const SampleSpec& spec) {
   s.sngBeta(i) = static_cast<float>(beta);
   s.sngNParam(i) = static_cast<float>(s.iNParamType() == 1 ? std::exp(-a / beta) : std::exp((-a - 0.366513) / beta));
   s.sNLabel = s.iNParamType() == 1 ? "N63 =" : "N50 =";
-  s.sDataIDs(i) = spec.id.empty() ? "Data Set #" + std::to_string(i) : spec.id;
+  s.sDataIDs(i) = sample.id.empty() ? "Data Set #" + std::to_string(i) : sample.id;
   s.iNumEvents(i) = static_cast<int16_t>(n);
-  s.iGroupSize(i) = static_cast<int16_t>(spec.groupSize);
+  s.iGroupSize(i) = static_cast<int16_t>(sample.groupSize);
   s.iNumDataSets = static_cast<int16_t>(std::max<int>(s.iNumDataSets, i));
 }
 

@@ -22,7 +22,7 @@ struct SampleSpec {
 
 // Fills data set i (and raises iNumDataSets to i) under the session's
 // iNParamType.
-void AddSampleDataSet(Session& s, int i, const SampleSpec& spec);
+void AddSampleDataSet(Session& s, int i, const SampleSpec& sample);
 
 // Up to five data sets of different lives and slopes.
 void AddSampleDataSets(Session& s, int count);

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPrintDialog>
@@ -126,10 +127,23 @@ QStringList gOpened;
 bool gOpenSucceeds = true;
 }  // namespace
 
+QString Documents::Readable(const QString& path) {
+#ifndef Q_OS_WIN
+  // Linux desktops seldom open compiled help; its pages also ship as HTML in a
+  // "help" folder beside it, which any browser shows.
+  if (path.endsWith(QLatin1String(".chm"), Qt::CaseInsensitive)) {
+    const QString pages = QFileInfo(path).dir().filePath(QStringLiteral("help/index.html"));
+    if (QFileInfo::exists(pages)) return QDir::toNativeSeparators(pages);
+  }
+#endif
+  return path;
+}
+
 bool Documents::Open(const QString& path) {
-  gOpened << path;
+  const QString readable = Readable(path);
+  gOpened << readable;
   if (gTestMode) return gOpenSucceeds;
-  return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(readable));
 }
 QStringList Documents::Opened() { return gOpened; }
 void Documents::SetOpenSucceeds(bool succeeds) { gOpenSucceeds = succeeds; }

@@ -69,6 +69,9 @@ class FileDialogs {
 class Documents {
  public:
   static bool Open(const QString& path);
+  // The file actually opened for a path: the help's HTML pages stand in for
+  // the compiled help where the system has no viewer for it.
+  static QString Readable(const QString& path);
   static QStringList Opened();
   static void SetOpenSucceeds(bool succeeds);
   static void Clear();

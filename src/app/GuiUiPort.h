@@ -42,8 +42,8 @@ class GuiUiPort : public UiPort {
   Hooks hooks_;
 };
 
-// Text from our files and the core (Windows-1252 bytes) for the screen; bytes
-// above 127 are shown as Latin-1.
+// Text from our files and the core for the screen: valid UTF-8 (a message
+// naming a file) is read as UTF-8, any other bytes above 127 as Latin-1.
 QString ToQt(const std::string& text);
 std::string FromQt(const QString& text);
 // File and folder names between the windows and the files: the system's own

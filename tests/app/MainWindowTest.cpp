@@ -386,6 +386,19 @@ TEST_F(MainWindowTest, HelpReadmeAboutAndExplorer) {
   EXPECT_FALSE(app->About().isVisible());
 }
 
+TEST_F(MainWindowTest, HelpShowsItsHtmlPagesWhereCompiledHelpHasNoViewer) {
+  StartApp();
+  std::filesystem::create_directories(programFolder.File("help"));
+  programFolder.Write("help/index.html", "<html></html>");
+  Click(&Main(), "CmdHelp");
+  ASSERT_EQ(gui::Documents::Opened().size(), 1);
+#ifdef Q_OS_WIN
+  EXPECT_EQ(gui::Documents::Opened()[0].toStdString(), programFolder.File("Vorlantic.chm"));
+#else
+  EXPECT_EQ(gui::Documents::Opened()[0].toStdString(), programFolder.File("help/index.html"));
+#endif
+}
+
 TEST_F(MainWindowTest, SaveWritesTheReportAndOffersToShowIt) {
   StartApp();
   LoadDataSets(1);

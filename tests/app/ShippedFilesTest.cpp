@@ -1,5 +1,5 @@
 // A new install is complete: the program folder holds the four sounds, the
-// help file and the readme the program opens.
+// help file (and its pages as HTML) and the readme the program opens.
 
 #include <gtest/gtest.h>
 
@@ -45,6 +45,9 @@ TEST(ShippedFiles, HelpAndReadmeLieBesideTheProgram) {
   const std::string help = test::ReadAll(modUtils::JoinPath(TARVENIX_BUILD_DIR, modTarvenix::kHelpFileName));
   EXPECT_EQ(help.substr(0, 4), "ITSF");  // a compiled help file
   EXPECT_FALSE(test::ReadAll(modUtils::JoinPath(TARVENIX_BUILD_DIR, modTarvenix::kReadmeFileName)).empty());
+  // The same pages as HTML, for desktops without a compiled-help viewer.
+  const std::string pages = test::ReadAll(modUtils::JoinPath(modUtils::JoinPath(TARVENIX_BUILD_DIR, "help"), "index.html"));
+  EXPECT_NE(pages.find("<html"), std::string::npos);
 }
 
 }  // namespace
