@@ -11,15 +11,6 @@ namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-// The byte at position `position` (from 1), or 0 past the end.
-char At(std::string_view line, std::size_t position) {
-  return position <= line.size() ? line[position - 1] : '\0';
-}
-
-bool Has(std::string_view line, std::size_t position, std::string_view text) {
-  return line.size() >= position - 1 + text.size() && line.substr(position - 1, text.size()) == text;
-}
-
 // Everything from `position` (from 1) to the end, as Mid does.
 std::string_view From(std::string_view line, std::size_t position) {
   return line.size() >= position ? line.substr(position - 1) : std::string_view();
@@ -32,17 +23,6 @@ bool EndsNumber(char c) {
 }
 
 }  // namespace
-
-HistoryLineKind ClassifyHistoryLine(std::string_view line) {
-  HistoryLineKind kind = HistoryLineKind::Other;
-  if (Has(line, 1, "Cycle #")) kind = HistoryLineKind::DataCycle;
-  if (Has(line, 4, "::")) kind = HistoryLineKind::Event;
-  if (Has(line, 5, "T =")) kind = HistoryLineKind::TempCycle;
-  if (Has(line, 5, "M =")) kind = HistoryLineKind::MechCycle;
-  return kind;
-}
-
-bool IsContinuationLine(std::string_view line) { return At(line, 6) == '.'; }
 
 double FieldValue(std::string_view field) {
   std::size_t i = 0;
@@ -59,7 +39,7 @@ double FieldValue(std::string_view field) {
 int32_t DataCycleOf(std::string_view line) { return basic::CLng(FieldValue(From(line, 9))); }
 int32_t TempCycleOf(std::string_view line) { return basic::CLng(FieldValue(From(line, 34)) + 0.6); }
 int32_t MechCycleOf(std::string_view line) { return basic::CLng(FieldValue(From(line, 37))); }
-double OccurrenceOf(std::string_view line) { return FieldValue(line.substr(0, 3)); }
+double OccurrenceFieldOf(std::string_view line) { return FieldValue(line.substr(0, 3)); }
 
 int DecodeChannel(char c1, char c2, char c3, int16_t& channel) {
   if (c1 == '0' && IsDigit(c2) && IsDigit(c3)) {
@@ -85,6 +65,7 @@ void EntryScanner::Begin() {
   fed_ = 0;
   ++generation_;
   order_.clear();
+  repeated_ = false;
   error_ = 0;
   hasDecoded_ = false;
 }
@@ -103,6 +84,7 @@ void EntryScanner::Entry(uint64_t dotPosition, char c1, char c2, char c3) {
     error_ = error;
     ++generation_;
     order_.clear();
+    repeated_ = false;
     return;
   }
   if (!hasDecoded_) {
@@ -113,6 +95,8 @@ void EntryScanner::Entry(uint64_t dotPosition, char c1, char c2, char c3) {
   if (seenIn_[slot] != generation_) {
     seenIn_[slot] = generation_;
     order_.push_back(channel);
+  } else {
+    repeated_ = true;
   }
   rightmost_[slot] = dotPosition;
 }
@@ -146,6 +130,12 @@ void EntryScanner::Feed(std::string_view piece) {
 }
 
 void EntryScanner::End() {
+  // With every channel named once, the entries were met left to right, so the
+  // backwards walk's order is theirs reversed.
+  if (!repeated_) {
+    std::reverse(order_.begin(), order_.end());
+    return;
+  }
   std::sort(order_.begin(), order_.end(), [&](int16_t a, int16_t b) {
     return rightmost_[static_cast<std::size_t>(a)] > rightmost_[static_cast<std::size_t>(b)];
   });

@@ -12,10 +12,23 @@ namespace tarvenix::input {
 enum class HistoryLineKind { Other, DataCycle, Event, TempCycle, MechCycle };
 
 // The kind of a line from its first bytes: "Cycle #" at 1-7, "::" at 4-5,
-// "T =" or "M =" at 5-7. When several tests match, the later one wins.
-HistoryLineKind ClassifyHistoryLine(std::string_view line);
+// "T =" or "M =" at 5-7. The four want different characters in position 5, so
+// at most one matches; that character alone picks the test to make. Every line
+// of a file passes here, twice, so it is inline.
+inline HistoryLineKind ClassifyHistoryLine(std::string_view line) {
+  if (line.size() < 5) return HistoryLineKind::Other;
+  const char* p = line.data();
+  const bool cycleLine = line.size() >= 7 && p[5] == ' ' && p[6] == '=';
+  switch (p[4]) {
+    case ':': return p[3] == ':' ? HistoryLineKind::Event : HistoryLineKind::Other;
+    case 'T': return cycleLine ? HistoryLineKind::TempCycle : HistoryLineKind::Other;
+    case 'M': return cycleLine ? HistoryLineKind::MechCycle : HistoryLineKind::Other;
+    case 'e': return line.substr(0, 7) == "Cycle #" ? HistoryLineKind::DataCycle : HistoryLineKind::Other;
+    default: return HistoryLineKind::Other;
+  }
+}
 // Position 6 holds "." (read only right after an event line).
-bool IsContinuationLine(std::string_view line);
+inline bool IsContinuationLine(std::string_view line) { return line.size() >= 6 && line[5] == '.'; }
 
 // The leading-number value of a field (as Val), without Val's cost for the
 // plain digit fields the logger writes.
@@ -27,8 +40,19 @@ double FieldValue(std::string_view field);
 int32_t DataCycleOf(std::string_view line);
 int32_t TempCycleOf(std::string_view line);
 int32_t MechCycleOf(std::string_view line);
-// The occurrence number: the value of positions 1 to 3.
-double OccurrenceOf(std::string_view line);
+// The occurrence number: the value of positions 1 to 3. Every event line
+// passes here, so the logger's three digits are read inline and anything
+// else goes through the general rule.
+double OccurrenceFieldOf(std::string_view line);
+inline double OccurrenceOf(std::string_view line) {
+  if (line.size() >= 3) {
+    const unsigned hundreds = static_cast<unsigned char>(line[0]) - unsigned{'0'};
+    const unsigned tens = static_cast<unsigned char>(line[1]) - unsigned{'0'};
+    const unsigned ones = static_cast<unsigned char>(line[2]) - unsigned{'0'};
+    if (hundreds < 10 && tens < 10 && ones < 10) return hundreds * 100 + tens * 10 + ones;
+  }
+  return OccurrenceFieldOf(line);
+}
 
 // The channel of an entry from the three characters standing five to three
 // places before its ".": a leading "0" means 1000 and up ("024" is 1024).
@@ -71,6 +95,7 @@ class EntryScanner {
   std::vector<uint32_t> seenIn_;     // per channel: the generation it was last collected in
   uint32_t generation_ = 0;          // moves on with each line and each error, forgetting what came before
   std::vector<int16_t> order_;
+  bool repeated_ = false;  // some channel in order_ was named again further right
   int error_ = 0;
   bool hasDecoded_ = false;
   int16_t lastDecoded_ = 0;

@@ -6,7 +6,10 @@
 
 namespace tarvenix::input {
 
-LineReader::LineReader(std::size_t bufferSize) : buffer_(std::max<std::size_t>(bufferSize, 16)) {}
+LineReader::LineReader(std::size_t bufferSize)
+    : capacity_(std::max<std::size_t>(bufferSize, 16)),
+      buffer_(capacity_ + kLineEndBlock, '\0'),
+      lineEnds_(capacity_ / kLineEndBlock + 1, 0) {}
 
 void LineReader::Open(const std::string& path) {
   Close();
@@ -19,12 +22,14 @@ void LineReader::Close() { file_.reset(); }
 
 bool LineReader::Refill() {
   if (eof_ || !file_) return false;
+  std::size_t unchanged = end_;  // bytes whose line ends are already marked
   if (pos_ > 0) {
     std::memmove(buffer_.data(), buffer_.data() + pos_, end_ - pos_);
     end_ -= pos_;
     pos_ = 0;
+    unchanged = 0;
   }
-  std::size_t n = file_->Read(buffer_.data() + end_, buffer_.size() - end_);
+  std::size_t n = file_->Read(buffer_.data() + end_, capacity_ - end_);
   if (n == 0) {
     eof_ = true;
     return false;
@@ -34,49 +39,13 @@ bool LineReader::Refill() {
     if (pos_ == end_ && buffer_[end_] == '\n') ++pos_;
   }
   end_ += n;
+  const std::size_t firstBlock = unchanged / kLineEndBlock;
+  MarkLineEnds(buffer_.data() + firstBlock * kLineEndBlock, end_ - firstBlock * kLineEndBlock,
+               lineEnds_.data() + firstBlock);
   return true;
 }
 
-namespace {
-
-// Whether any of the eight bytes of `word` is a CR or an LF (the classic test
-// for a zero byte, applied to the word xor each line end).
-bool HasLineEnd(uint64_t word) {
-  constexpr uint64_t kOnes = 0x0101010101010101ull;
-  constexpr uint64_t kHighs = 0x8080808080808080ull;
-  const uint64_t lf = word ^ (kOnes * '\n');
-  const uint64_t cr = word ^ (kOnes * '\r');
-  return ((((lf - kOnes) & ~lf) | ((cr - kOnes) & ~cr)) & kHighs) != 0;
-}
-
-}  // namespace
-
-// Lines are short, so one pass looking for both ends a word at a time beats
-// two library searches per line.
-std::size_t LineReader::FindLineEnd(std::size_t from) {
-  const char* data = buffer_.data();
-  std::size_t i = from;
-  for (; i + 8 <= end_; i += 8) {
-    uint64_t word;
-    std::memcpy(&word, data + i, 8);
-    if (HasLineEnd(word)) break;
-  }
-  for (; i < end_; ++i)
-    if (data[i] == '\n' || data[i] == '\r') return i;
-  return end_;
-}
-
-void LineReader::ConsumeLineEnd(std::size_t at) {
-  pos_ = at + 1;
-  if (buffer_[at] != '\r') return;
-  if (pos_ < end_) {
-    if (buffer_[pos_] == '\n') ++pos_;
-  } else {
-    skipLeadingLf_ = true;
-  }
-}
-
-bool LineReader::NextLine(std::string_view& head, bool& complete) {
+bool LineReader::NextLineSlow(std::string_view& head, bool& complete) {
   if (inLongLine_) {
     std::string_view rest;
     while (NextPiece(rest)) {
@@ -90,7 +59,7 @@ bool LineReader::NextLine(std::string_view& head, bool& complete) {
       ConsumeLineEnd(lineEnd);
       return true;
     }
-    if (end_ - pos_ == buffer_.size()) {
+    if (end_ - pos_ == capacity_) {
       // One line fills the whole buffer: hand out its head, the rest follows in pieces.
       head = std::string_view(buffer_.data() + pos_, end_ - pos_);
       complete = false;

@@ -126,5 +126,46 @@ TEST(HistoryLines, KindsAndNumbersAtTheirPositions) {
   EXPECT_FALSE(IsContinuationLine("    ."));
 }
 
+// The rules as written: each test in turn, the later match winning.
+HistoryLineKind ReferenceKind(std::string_view line) {
+  auto has = [&](std::size_t position, std::string_view text) {
+    return line.size() >= position - 1 + text.size() && line.substr(position - 1, text.size()) == text;
+  };
+  HistoryLineKind kind = HistoryLineKind::Other;
+  if (has(1, "Cycle #")) kind = HistoryLineKind::DataCycle;
+  if (has(4, "::")) kind = HistoryLineKind::Event;
+  if (has(5, "T =")) kind = HistoryLineKind::TempCycle;
+  if (has(5, "M =")) kind = HistoryLineKind::MechCycle;
+  return kind;
+}
+
+// Short lines made of the characters the tests look at, so every near miss
+// of every kind comes up: the fast classifier and occurrence reading must
+// agree with the rules on all of them.
+TEST(HistoryLines, FastReadingsAgreeWithTheRules) {
+  const char alphabet[] = {'C', 'y', 'c', 'l', 'e', ' ', '#', ':', 'T', 'M', '=', '0', '3', '9', '.', '-', '\xB3'};
+  uint32_t state = 11;
+  auto next = [&] { return state = state * 1664525u + 1013904223u; };
+  std::vector<std::string> lines = {"Cycle #", "Cycle # 5", "003::", "999:: 005:I.", "    T =", "    M =",
+                                    "003:", " 3::", "3  ::", "-03::", "1.5::", "&H1::", "03", ""};
+  for (int i = 0; i < 20000; ++i) {
+    std::string line;
+    const std::size_t length = next() % 10;
+    for (std::size_t k = 0; k < length; ++k) line.push_back(alphabet[(next() >> 16) % sizeof alphabet]);
+    // Often a real prefix with one character changed.
+    if (next() % 2 == 0) {
+      static const char* const prefixes[] = {"Cycle # 12", "003:: 005", "    T = 25", "    M = 1"};
+      line = prefixes[(next() >> 16) % 4];
+      line[(next() >> 16) % line.size()] = alphabet[(next() >> 16) % sizeof alphabet];
+      line.resize((next() >> 16) % (line.size() + 1));
+    }
+    lines.push_back(line);
+  }
+  for (const std::string& line : lines) {
+    ASSERT_EQ(ClassifyHistoryLine(line), ReferenceKind(line)) << '"' << line << '"';
+    ASSERT_EQ(OccurrenceOf(line), basic::Val(std::string_view(line).substr(0, 3))) << '"' << line << '"';
+  }
+}
+
 }  // namespace
 }  // namespace tarvenix::input

@@ -64,6 +64,21 @@ TEST(SimulatedTest, TheReaderFindsTheFailureCyclesTheSimulatorPlanted) {
             }),
        1, false},
       {"every channel fails", With(Options(16, CycleLines::None, 7), [](SimOptions& o) { o.eta = 50; }), 1, true},
+      {"failed channels keep reporting, limit 3", With(Options(32, CycleLines::Temperature, 9),
+                                                       [](SimOptions& o) {
+                                                         o.keepReporting = 80;
+                                                         o.eta = 100;
+                                                         o.cycles = 2000;
+                                                       }),
+       3, false},
+      {"failed channels keep reporting, the repeated number 999 counts once",
+       With(Options(32, CycleLines::Temperature, 10),
+            [](SimOptions& o) {
+              o.keepReporting = 80;
+              o.eta = 100;
+              o.cycles = 2000;
+            }),
+       999, true},
       {"first-cycle failures ignored", With(Options(32, CycleLines::Temperature, 8),
                                             [](SimOptions& o) { o.firstCycleFailures = 3; }),
        1, true},

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 #include <stdexcept>
 #include <string_view>
 
@@ -29,6 +30,18 @@ class Random {
  private:
   uint64_t state_;
 };
+
+// The largest occurrence number the logger's three digits hold; a channel's
+// count stays there.
+constexpr int kLastOccurrence = 999;
+
+// The next data cycle after `t` in which a channel that keeps reporting has an
+// event (each with chance `percent`), or one past `last` when none is left.
+int64_t NextReport(Random& random, int percent, int64_t t, int64_t last) {
+  do ++t;
+  while (t <= last && random.Below(100) >= percent);
+  return t;
+}
 
 // The test cycle in which a life ends: Weibull by inversion, rounded up to a
 // whole cycle.
@@ -244,6 +257,44 @@ void WriteNoise(Output& out, Random& random, int64_t testCycle, int index) {
   out.EndLine();
 }
 
+// The events of channels that keep reporting after their first event numbered
+// 999, drawn cycle by cycle while the file is written: a long test holds far
+// more of them than are worth planning.
+class Repeats {
+ public:
+  explicit Repeats(const SimOptions& o) : percent_(o.keepReporting), random_(o.seed ^ 0x2545F4914F6CDD1Dull) {}
+
+  // This cycle's repeats, channels in ascending order.
+  void Draw() {
+    drawn_.clear();
+    for (int channel : repeating_)
+      if (random_.Below(100) < percent_) drawn_.push_back({channel, kLastOccurrence, 0, 0});
+  }
+  // Adds the channels' planned first events numbered 999 to this cycle's
+  // repeats; the channels repeat from the next cycle on.
+  void Merge(const SimEvent* first, const SimEvent* last) {
+    std::vector<SimEvent> merged;
+    std::merge(drawn_.begin(), drawn_.end(), first, last, std::back_inserter(merged),
+               [](const SimEvent& a, const SimEvent& b) { return a.channel < b.channel; });
+    drawn_.swap(merged);
+    for (const SimEvent* e = first; e != last; ++e) starting_.push_back(e->channel);
+  }
+  const std::vector<SimEvent>& Drawn() const { return drawn_; }
+  void StartRepeating() {
+    if (starting_.empty()) return;
+    repeating_.insert(repeating_.end(), starting_.begin(), starting_.end());
+    std::sort(repeating_.begin(), repeating_.end());
+    starting_.clear();
+  }
+
+ private:
+  int percent_;
+  Random random_;
+  std::vector<int> repeating_;  // ascending
+  std::vector<int> starting_;
+  std::vector<SimEvent> drawn_;
+};
+
 }  // namespace
 
 int MaxIpcNoise(CycleLines lines) {
@@ -263,6 +314,8 @@ std::string CheckOptions(const SimOptions& o) {
   if (!(o.eta >= 1 && o.eta < 1e9)) return "--eta must be at least 1 and below 1e9";
   if (o.occurrences < 1 || o.occurrences > 999) return "--occurrences must be 1 to 999";
   if (o.maxGap < 1 || o.maxGap > 1000000) return "--max-gap must be 1 to 1000000";
+  if (o.keepReporting < 0 || o.keepReporting > 100) return "--keep-reporting must be 0 to 100";
+  if (o.keepReporting != 0 && o.ipc) return "--keep-reporting cannot be used with --ipc";
   if (o.dataPerCycle < 1 || o.dataPerCycle > 1000000) return "--data-per-cycle must be 1 to 1000000";
   if (o.firstCycleFailures < 0 || o.firstCycleFailures > o.channels)
     return "--first-cycle-failures must be 0 to the number of channels";
@@ -304,6 +357,12 @@ SimTest PlanTest(const SimOptions& o) {
       if (t > o.cycles) break;
       test.events.push_back({channel, occurrence, o.start + t, CycleOf(o, t)});
     }
+    if (o.keepReporting == 0) continue;
+    for (int occurrence = count + 1; occurrence <= kLastOccurrence; ++occurrence) {
+      t = NextReport(random, o.keepReporting, t, o.cycles);
+      if (t > o.cycles) break;
+      test.events.push_back({channel, occurrence, o.start + t, CycleOf(o, t)});
+    }
   }
   std::sort(test.events.begin(), test.events.end(), [](const SimEvent& a, const SimEvent& b) {
     if (a.dataCycle != b.dataCycle) return a.dataCycle < b.dataCycle;
@@ -324,6 +383,7 @@ void WriteHistoryFile(const SimOptions& o, const SimTest& test, const std::strin
   out.EndLine();
 
   const std::vector<std::string> fronts = CycleLineFronts(o);
+  Repeats repeats(o);
   const SimEvent* next = test.events.data();
   const SimEvent* end = next + test.events.size();
   for (int64_t t = 1; t <= o.cycles; ++t) {
@@ -331,12 +391,22 @@ void WriteHistoryFile(const SimOptions& o, const SimTest& test, const std::strin
     out << "Cycle # " << dataCycle;
     out.EndLine();
     for (int i = 0; i < o.noise; ++i) WriteNoise(out, noise, t, i);
+    repeats.Draw();
     while (next != end && next->dataCycle == dataCycle) {
       const SimEvent* groupEnd = next;
       while (groupEnd != end && groupEnd->dataCycle == dataCycle && groupEnd->occurrence == next->occurrence) ++groupEnd;
-      WriteEventLines(out, o, next->occurrence, next, groupEnd);
+      if (next->occurrence == kLastOccurrence) {
+        // The last group: the planned events merge with the repeats.
+        repeats.Merge(next, groupEnd);
+      } else {
+        WriteEventLines(out, o, next->occurrence, next, groupEnd);
+      }
       next = groupEnd;
     }
+    if (!repeats.Drawn().empty()) {
+      WriteEventLines(out, o, kLastOccurrence, repeats.Drawn().data(), repeats.Drawn().data() + repeats.Drawn().size());
+    }
+    repeats.StartRepeating();
     if (o.cycleLines != CycleLines::None) WriteCycleLine(out, o, fronts, t);
   }
   out.Close();

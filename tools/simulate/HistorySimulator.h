@@ -22,6 +22,10 @@ struct SimOptions {
   uint64_t seed = 1;
   int occurrences = 3;         // events per failed channel: 1 to this many
   int maxGap = 5;              // data cycles between a channel's events: 1 to this many
+  // After its last event a failed channel goes on reporting one on each later
+  // data cycle with this chance in percent (0: it falls silent). Its occurrence
+  // number counts on to 999, the largest three digits hold, and stays there.
+  int keepReporting = 0;
   CycleLines cycleLines = CycleLines::None;
   int dataPerCycle = 1;        // data cycles per temperature/mechanical cycle
   int firstCycleFailures = 0;  // channels that fail in the test's first cycle
@@ -51,7 +55,9 @@ struct SimEvent {
   int64_t cycle = 0;      // the temperature/mechanical cycle the reader gives it
 };
 
-// The planned test: every event, ordered as the file lists them.
+// The planned test: every event, ordered as the file lists them. With
+// keepReporting, a channel's repeats after its first event numbered 999 are
+// drawn while the file is written and are not listed here.
 struct SimTest {
   std::vector<int> channels;
   std::vector<SimEvent> events;
@@ -78,7 +84,7 @@ void WriteEventArrayFile(const SimOptions& options, const SimTest& test, const s
 // The event array file beside a data history file: its path less the last four
 // characters, then ".ipc".
 std::string EventArrayPath(const std::string& historyPath);
-// Writes every event as "channel,occurrence,data_cycle,cycle" under a header.
+// Writes every planned event as "channel,occurrence,data_cycle,cycle" under a header.
 void WriteTruthFile(const SimOptions& options, const SimTest& test, const std::string& path);
 
 // Each channel's failure under an occurrence limit: the cycle (data cycles, or

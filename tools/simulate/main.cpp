@@ -27,6 +27,9 @@ const char* const kUsage =
     "  --seed N                  random seed; the same seed gives the same file (1)\n"
     "  --occurrences N           events per failed channel, 1 to N (3)\n"
     "  --max-gap N               data cycles between a channel's events, 1 to N (5)\n"
+    "  --keep-reporting P        after its last event a failed channel reports one on each\n"
+    "                            later data cycle with chance P %; its occurrence number\n"
+    "                            counts on to 999 and stays there (0)\n"
     "  --cycle-lines KIND        none, temp or mech: a cycle line after each data cycle (none)\n"
     "  --data-per-cycle N        data cycles per temperature/mechanical cycle (1)\n"
     "  --first-cycle-failures N  channels that fail in the first cycle (0)\n"
@@ -92,6 +95,7 @@ int main(int argc, char** argv) {
     else if (arg == "--seed") ok = ParseNumber(value, o.seed);
     else if (arg == "--occurrences") ok = ParseNumber(value, o.occurrences);
     else if (arg == "--max-gap") ok = ParseNumber(value, o.maxGap);
+    else if (arg == "--keep-reporting") ok = ParseNumber(value, o.keepReporting);
     else if (arg == "--data-per-cycle") ok = ParseNumber(value, o.dataPerCycle);
     else if (arg == "--ipc-noise") ok = ParseNumber(value, o.ipcNoise);
     else if (arg == "--first-cycle-failures") ok = ParseNumber(value, o.firstCycleFailures);
