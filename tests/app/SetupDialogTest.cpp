@@ -158,9 +158,6 @@ TEST_F(SetupDialogTest, FileButtons) {
   FileDialogs::SetNextFileName(QString());
   Click(&Dialog(), "cmdDataFile");
   EXPECT_EQ(Control<QLineEdit>("txtDataFile")->text().toStdString(), data);
-
-  Dialog().SetChSelFile("/elsewhere/list.txt");
-  EXPECT_EQ(Control<QLineEdit>("txtChSelFile")->text(), QStringLiteral("/elsewhere/list.txt"));
 }
 
 }  // namespace

