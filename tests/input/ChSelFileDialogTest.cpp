@@ -219,13 +219,9 @@ TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpen) {
       {"a name without a folder", [&] { SetFileName("list.txt"); }, {"The specified directory is invalid."},
        "txtChSelFile"},
       {"four channels ticked", [&] { Tick({4}, false); }, {tooFew}, nullptr},
-      {"first channel not whole", [&] { EnterRange("3.5", "20"); }, {"The entry for first channel is invalid."},
-       "txtFirstCh"},
+      // The range is checked as the setup dialog checks it (its own table has
+      // every case); these show the editor's boxes take the focus.
       {"last channel empty", [&] { EnterRange("3", ""); }, {"The entry for last channel is invalid."}, "txtLastCh"},
-      {"last channel beyond 1024", [&] { EnterRange("1000", "1025"); }, {"The entry for last channel is invalid."},
-       "txtLastCh"},
-      {"first equal to last", [&] { EnterRange("12", "12"); },
-       {"The first channel number may not be greater than or\nequal to the last channel."}, "txtFirstCh"},
       {"a range of three", [&] { EnterRange("10", "12"); }, {tooFew}, "txtFirstCh"},
       {"the name is a folder", [&] { SetFileName(folder.File("a folder.txt")); },
        {"The file, '" + folder.File("a folder.txt") +
