@@ -58,7 +58,7 @@ TEST(IniUpdate, KeepsEverythingElseInItsPlace) {
   EXPECT_EQ(LookupValue(UpdateValue("", "S", "K", "a\r\nb"), "S", "K"), "a  b");
 }
 
-TEST(IniFiles, MissingFilesAndLongValues) {
+TEST(IniFiles, MissingFilesLongValuesAndAMissingFolder) {
   TempDir dir;
   Session s;
   RecordingUi ui;
@@ -70,12 +70,7 @@ TEST(IniFiles, MissingFilesAndLongValues) {
   std::string junk = dir.Write("junk.ini", std::string("\0\xff\x01[General\nKey\0=1\n", 17));
   EXPECT_EQ(GetKeyValue(s, ui, junk, "General", "Key"), "");
   EXPECT_TRUE(ui.messages.empty());
-}
 
-TEST(IniFiles, AMissingFolderGivesPathNotFound) {
-  TempDir dir;
-  Session s;
-  RecordingUi ui;
   EXPECT_FALSE(PutKeyValue(s, ui, dir.File("no/such/Tarvenix.ini"), "General", "K", "v"));
   ASSERT_EQ(ui.messages.size(), 1u);
   EXPECT_EQ(ui.messages[0].text.rfind("Error in modIniFiles.PutKeyValue - Error #76  Path not found\r", 0), 0u);

@@ -1,10 +1,8 @@
 // The channel selection file editor as a user drives it: ticking channels over
-// pages, the range, OK's refusals in order, the file it writes read back by the
-// channel selection reader, and the setup dialog's Create running a data set
-// end to end on the file.
+// pages, the range, OK's refusals in order, the bytes of the file it writes,
+// and the setup dialog's Create running a data set end to end on the file.
 
 #include <QCheckBox>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -12,6 +10,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <numeric>
 #include <vector>
 
 #include "HistorySimulator.h"
@@ -19,10 +18,8 @@
 #include "app/frmTarvenixData.h"
 #include "app/frmTarvenixSetup.h"
 #include "input/ChSelFileEditor.h"
-#include "input/ChannelSelection.h"
 #include "input/frmTarvenixChSelFile.h"
 #include "support/GuiTest.h"
-#include "support/RecordingUi.h"
 
 namespace tarvenix::test {
 namespace {
@@ -30,36 +27,6 @@ namespace {
 using gui::FileDialogs;
 using gui::MessageBoxes;
 
-// The channels a channel selection file selects, as the reader takes it.
-struct ReadBack {
-  std::vector<int> channels;
-  int groupSize = 0;
-  std::vector<std::string> messages;
-};
-
-ReadBack ReadChannels(const std::string& chSelFile) {
-  Session s;
-  RecordingUi ui;
-  s.iDataSetNum = 1;
-  DataSetSettings setup;
-  setup.sDataFile = "/lab/board.txt";
-  setup.bChSelFile = true;
-  setup.sChSelFile = chSelFile;
-  int16_t iErr = 0;
-  modTarvenix::CheckSetupEntries(s, ui, setup, 0, 0, 1, iErr);
-  ReadBack r;
-  for (int ch = 1; ch <= kMaxChannels; ++ch)
-    if (s.iChSelected(ch) == 1) r.channels.push_back(ch);
-  r.groupSize = s.iGroupSize(1);
-  r.messages = ui.MessageTexts();
-  return r;
-}
-
-std::vector<int> Range(int first, int last) {
-  std::vector<int> channels;
-  for (int ch = first; ch <= last; ++ch) channels.push_back(ch);
-  return channels;
-}
 
 class ChSelFileDialogTest : public GuiTest {
  protected:
@@ -120,10 +87,6 @@ TEST_F(ChSelFileDialogTest, TickedChannelsSurviveScrollingAndReadBackExactly) {
   EXPECT_TRUE(MessageBoxes::Texts().isEmpty());
   // One channel a line in the numeric print form, nothing else.
   EXPECT_EQ(ReadAll(path), " 1\r\n 2\r\n 3\r\n 4\r\n 5\r\n");
-  ReadBack back = ReadChannels(path);
-  EXPECT_EQ(back.channels, (std::vector<int>{1, 2, 3, 4, 5}));
-  EXPECT_EQ(back.groupSize, 5);
-  EXPECT_TRUE(back.messages.empty());
   // The setup dialog has the file, its end in view.
   auto* setupBox = Find<QLineEdit>(&app->Setup(), "txtChSelFile");
   EXPECT_EQ(setupBox->text().toStdString(), path);
@@ -161,7 +124,7 @@ TEST_F(ChSelFileDialogTest, AStoredChannelStaysUntilItsPageOrAllAreCleared) {
   Tick({2}, false);
   const std::string path = FileName();
   Click(&Editor(), "cmdBtnOK");
-  EXPECT_EQ(ReadChannels(path).channels, Range(65, 69));
+  EXPECT_EQ(ReadAll(path), " 65\r\n 66\r\n 67\r\n 68\r\n 69\r\n");
 }
 
 TEST_F(ChSelFileDialogTest, PagesStopAtChannelsOneAndTenTwentyFour) {
@@ -181,7 +144,7 @@ TEST_F(ChSelFileDialogTest, PagesStopAtChannelsOneAndTenTwentyFour) {
   Tick({59});
   const std::string path = FileName();
   Click(&Editor(), "cmdBtnOK");
-  EXPECT_EQ(ReadChannels(path).channels, Range(1020, 1024));
+  EXPECT_EQ(ReadAll(path), " 1020\r\n 1021\r\n 1022\r\n 1023\r\n 1024\r\n");
 }
 
 TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpen) {
@@ -189,45 +152,36 @@ TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpen) {
   Editor().SetRetryClock({[&now] { return now; }, [&now] { ++now; }});
   const std::string existing = folder.Write("existing.txt", " 7\r\n 8\r\n");
   const std::string fresh = folder.File("fresh.txt");
-  std::filesystem::create_directory(folder.File("a folder.txt"));
-  const std::string overwrite = "Channel Selection File already exists. OK to Overwrite?";
-  const std::string tooFew = "5 or more channels are required.";
+  const QString aFolder = QString::fromStdString(folder.File("a folder.txt"));
+  std::filesystem::create_directory(aFolder.toStdString());
+  const QString overwrite = "Channel Selection File already exists. OK to Overwrite?";
+  const QString tooFew = "5 or more channels are required.";
+  const QString noFolder = "The specified directory is invalid.";
+  const char* name = "txtChSelFile";
   struct Case {
     const char* what;
     std::function<void()> enter;
-    std::vector<std::string> messages;  // the boxes shown, questions included
-    const char* focus;                  // nullptr: no box named
+    QStringList messages;  // the boxes shown, questions included
+    const char* focus;     // nullptr: no box named
   };
   const Case cases[] = {
-      {"no file name", [&] { SetFileName(""); }, {"Please type in a name for the channel selection file."},
-       "txtChSelFile"},
-      {"overwrite answered No",
-       [&] {
-         SetFileName(existing);
-         MessageBoxes::SetNextAnswer(QMessageBox::No);
-       },
-       {overwrite}, "txtChSelFile"},
+      {"no file name", [&] { SetFileName(""); }, {"Please type in a name for the channel selection file."}, name},
+      {"overwrite answered No", [&] { SetFileName(existing); MessageBoxes::SetNextAnswer(QMessageBox::No); },
+       {overwrite}, name},
       {"overwrite answered Yes, then too few channels",
-       [&] {
-         SetFileName(existing);
-         Tick({0, 1, 2, 3}, false);
-         MessageBoxes::SetNextAnswer(QMessageBox::Yes);
-       },
+       [&] { SetFileName(existing); Tick({0, 1, 2, 3}, false); MessageBoxes::SetNextAnswer(QMessageBox::Yes); },
        {overwrite, tooFew}, nullptr},
-      {"no such folder", [&] { SetFileName(folder.File("gone/list.txt")); }, {"The specified directory is invalid."},
-       "txtChSelFile"},
-      {"a name without a folder", [&] { SetFileName("list.txt"); }, {"The specified directory is invalid."},
-       "txtChSelFile"},
+      {"no such folder", [&] { SetFileName(folder.File("gone/list.txt")); }, {noFolder}, name},
+      {"a name without a folder", [&] { SetFileName("list.txt"); }, {noFolder}, name},
       {"four channels ticked", [&] { Tick({4}, false); }, {tooFew}, nullptr},
       // The range is checked as the setup dialog checks it (its own table has
       // every case); these show the editor's boxes take the focus.
       {"last channel empty", [&] { EnterRange("3", ""); }, {"The entry for last channel is invalid."}, "txtLastCh"},
       {"a range of three", [&] { EnterRange("10", "12"); }, {tooFew}, "txtFirstCh"},
-      {"the name is a folder", [&] { SetFileName(folder.File("a folder.txt")); },
-       {"The file, '" + folder.File("a folder.txt") +
-            "' could not be opened.\nThe file may be in use by another program.",
+      {"the name is a folder", [&] { SetFileName(aFolder.toStdString()); },
+       {"The file, '" + aFolder + "' could not be opened.\nThe file may be in use by another program.",
         "The specified Channel Selection File could not be opened."},
-       "txtChSelFile"},
+       name},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
@@ -239,13 +193,9 @@ TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpen) {
     Control<QWidget>("Check1_10")->setFocus();
     Click(&Editor(), "cmdBtnOK");
     EXPECT_TRUE(Editor().isVisible());
-    QStringList expected;
-    for (const std::string& m : c.messages) expected << QString::fromStdString(m);
-    EXPECT_EQ(MessageBoxes::Texts(), expected);
-    if (c.focus) {
-      ASSERT_NE(Editor().focusWidget(), nullptr);
-      EXPECT_EQ(Editor().focusWidget()->objectName(), QString::fromLatin1(c.focus));
-    }
+    EXPECT_EQ(MessageBoxes::Texts(), c.messages);
+    const QWidget* focus = Editor().focusWidget();
+    EXPECT_EQ(c.focus && focus ? focus->objectName() : QString(), QString::fromLatin1(c.focus));
     EXPECT_EQ(ReadAll(existing), " 7\r\n 8\r\n") << "the old file stays byte for byte";
     EXPECT_FALSE(std::filesystem::exists(fresh));
     Click(&Editor(), "cmdBtnCancel");
@@ -261,16 +211,24 @@ TEST_F(ChSelFileDialogTest, ARangeIsWrittenAndReplacesAnOldFileWhenAllowed) {
   Click(&Editor(), "cmdBtnOK");
   EXPECT_FALSE(Editor().isVisible());
   EXPECT_EQ(ReadAll(path), " 10\r\n 11\r\n 12\r\n 13\r\n 14\r\n");
-  EXPECT_EQ(ReadChannels(path).channels, Range(10, 14));
 }
 
-TEST_F(ChSelFileDialogTest, OpeningProposesANameAndStartsAfresh) {
+TEST_F(ChSelFileDialogTest, OpeningProposesANameInTheDataFolderAndStartsAfresh) {
   Open("/elsewhere/lot 4.txt");
   const std::string proposed = modUtils::JoinPath(folder.Path(), "lot 4_ChSelFile.txt");
   auto* name = Control<QLineEdit>("txtChSelFile");
   EXPECT_EQ(FileName(), proposed);
   EXPECT_EQ(name->cursorPosition(), static_cast<int>(name->text().size()));
   EXPECT_EQ(Editor().windowTitle(), QStringLiteral("Create Channel Selection File"));
+
+  FileDialogs::SetNextFileName(QStringLiteral("/lab/lists/chosen.txt"));
+  Click(&Editor(), "cmdChSelFile");
+  EXPECT_EQ(FileDialogs::LastFilter(), QStringLiteral("Channel Selection Files (*.txt)"));
+  EXPECT_EQ(FileDialogs::LastDefaultName().toStdString(), proposed);
+  EXPECT_EQ(FileName(), "/lab/lists/chosen.txt");
+  FileDialogs::SetNextFileName(QString());
+  Click(&Editor(), "cmdChSelFile");
+  EXPECT_EQ(FileName(), "/lab/lists/chosen.txt") << "a cancelled dialog keeps the name";
 
   const char* pageControls[] = {"Check1_0", "Check1_63", "CmdBtnScrollLeft", "CmdBtnScrollRight", "CmdBtnClearAll",
                                 "CmdBtnClearPage"};
@@ -295,18 +253,6 @@ TEST_F(ChSelFileDialogTest, OpeningProposesANameAndStartsAfresh) {
   EXPECT_TRUE(Editor().Pages().Channels().empty());
 }
 
-TEST_F(ChSelFileDialogTest, TheFileButtonOffersTheDataFolder) {
-  Open("/lab/run.txt");
-  FileDialogs::SetNextFileName(QStringLiteral("/lab/lists/chosen.txt"));
-  Click(&Editor(), "cmdChSelFile");
-  EXPECT_EQ(FileDialogs::LastFilter(), QStringLiteral("Channel Selection Files (*.txt)"));
-  EXPECT_EQ(FileDialogs::LastDefaultName().toStdString(), modUtils::JoinPath(folder.Path(), "run_ChSelFile.txt"));
-  EXPECT_EQ(FileName(), "/lab/lists/chosen.txt");
-  FileDialogs::SetNextFileName(QString());
-  Click(&Editor(), "cmdChSelFile");
-  EXPECT_EQ(FileName(), "/lab/lists/chosen.txt") << "a cancelled dialog keeps the name";
-}
-
 TEST_F(ChSelFileDialogTest, TheBoxesStandInAnEightByEightGridThatFitsEveryCaption) {
   Open();
   for (int i = 0; i < 20; ++i) Click(&Editor(), "CmdBtnScrollRight");
@@ -329,24 +275,24 @@ class CreateFromSetupTest : public ChSelFileDialogTest {
  protected:
   void SetUp() override {
     ChSelFileDialogTest::SetUp();
-    board.channels = 24;
-    board.firstChannel = 9;  // channels 9..32 under test
-    board.cycles = 1000;
-    board.seed = 11;
-    test = sim::PlanTest(board);
-    dataFile = folder.File("board.txt");
     sim::WriteHistoryFile(board, test, dataFile);
   }
   QWidget& Main() { return app->MainWindow(); }
+  std::vector<int> SelectedChannels() {
+    std::vector<int> channels;
+    for (int ch = 1; ch <= kMaxChannels; ++ch)
+      if (app->session.iChSelected(ch) == 1) channels.push_back(ch);
+    return channels;
+  }
   void PrepareSetup(QWidget* setup) {
     Find<QLineEdit>(setup, "txtDataFile")->setText(QString::fromStdString(dataFile));
     Find<QRadioButton>(setup, "btnSelDataFile")->setChecked(true);
     Find<QLabel>(setup, "LblOccurrenceLimit")->setText(QStringLiteral("1"));
   }
 
-  sim::SimOptions board;
-  sim::SimTest test;
-  std::string dataFile;
+  const sim::SimOptions board{.channels = 24, .firstChannel = 9, .seed = 11};  // channels 9..32 under test
+  const sim::SimTest test = sim::PlanTest(board);
+  const std::string dataFile = folder.File("board.txt");
 };
 
 TEST_F(CreateFromSetupTest, TheWrittenFileDrivesTheAnalysis) {
@@ -366,9 +312,10 @@ TEST_F(CreateFromSetupTest, TheWrittenFileDrivesTheAnalysis) {
   });
   Click(&Main(), "btnAddDataSet");
 
-  std::vector<int> expected = Range(9, 32);
+  std::vector<int> expected(24);
+  std::iota(expected.begin(), expected.end(), 9);
   expected.push_back(100);
-  EXPECT_EQ(ReadChannels(expectedFile).channels, expected);
+  EXPECT_EQ(SelectedChannels(), expected);
   EXPECT_EQ(app->session.iNumDataSets, 1);
   EXPECT_EQ(app->session.iGroupSize(1), 25);
   EXPECT_EQ(app->session.dataSetSettings(1).sChSelFile, expectedFile);

@@ -72,12 +72,14 @@ TEST_F(PlotWindowTest, PlotCommandOpensTheWindowWithTheTitleFromTheMainWindow) {
   plot.hide();
   OpenPlot();
   EXPECT_EQ(chart.title.rfind("Quorvane Weibull Probability Plot            ", 0), 0u);
-  // A data set without a finished analysis keeps the window closed (the main
-  // window's tests check the refusal's text).
+  // A data set without a finished analysis keeps the window closed.
   plot.hide();
   app->session.sngNParam(2) = 0;
   Click(&app->MainWindow(), "CmdPlot");
   EXPECT_FALSE(plot.isVisible());
+  EXPECT_EQ(gui::MessageBoxes::Texts(),
+            QStringList{"Cannot generate plot because analysis was not completed successfully on Data Set #2.\n"
+                        "Edit the data set and try again."});
 }
 
 TEST_F(PlotWindowTest, ResizeKeepsFourToThreeAndLaysOutChartButtonsAndLabel) {
@@ -98,7 +100,6 @@ TEST_F(PlotWindowTest, ResizeKeepsFourToThreeAndLaysOutChartButtonsAndLabel) {
     EXPECT_EQ(save->y(), plot.height() - 66) << c.width;
     EXPECT_NEAR((save->x() + exit->x() + exit->width()) / 2.0, plot.width() / 2.0, 1.0) << c.width;
     EXPECT_GE(Find<QLabel>(&plot, "Label1")->y(), chart.geometry().bottom());
-    plot.grab().save(QString::fromStdString("/tmp/plot-window-" + std::to_string(c.width) + ".png"));
   }
 }
 
@@ -115,8 +116,10 @@ TEST_F(PlotWindowTest, WarningLabelShowsADataSetWithoutVisiblePoints) {
   EXPECT_FALSE(label->isVisibleTo(&plot));
 }
 
-TEST_F(PlotWindowTest, SaveWritesBitmapOrNegativeJpegInTheDataFolder) {
+TEST_F(PlotWindowTest, SaveWritesBitmapOrNegativeJpegInTheDataFolderAndCancelWritesNothing) {
   frmTarvenixPlot& plot = OpenPlot();
+  Save(plot, "optImgType_0", false, false);
+  EXPECT_FALSE(modUtils::IsFile(data.File("run7_weibull.bmp")));
   Save(plot, "optImgType_0", false);
   EXPECT_EQ(ReadAll(data.File("run7_weibull.bmp")).substr(0, 2), "BM");
   Save(plot, "optImgType_1", true);
@@ -125,13 +128,6 @@ TEST_F(PlotWindowTest, SaveWritesBitmapOrNegativeJpegInTheDataFolder) {
   EXPECT_EQ(ReadAll(data.File("lot 12.bmp")).substr(0, 2), "BM");
   EXPECT_EQ(plot.ColorScheme(), 6);
   EXPECT_TRUE(plot.Chart().Model().bevel);
-  EXPECT_TRUE(gui::MessageBoxes::Texts().isEmpty());
-}
-
-TEST_F(PlotWindowTest, CancellingTheSaveWritesNothing) {
-  frmTarvenixPlot& plot = OpenPlot();
-  Save(plot, "optImgType_0", false, false);
-  EXPECT_FALSE(modUtils::IsFile(data.File("run7_weibull.bmp")));
   EXPECT_TRUE(gui::MessageBoxes::Texts().isEmpty());
 }
 
@@ -144,7 +140,7 @@ TEST_F(PlotWindowTest, AShortDataFileNameCannotGiveADefaultName) {
       QStringLiteral("Error in frmTarvenixPlot.CmdSave_Click - Error #5  Invalid procedure call or argument")));
 }
 
-TEST_F(PlotWindowTest, PrintPlaysTheRecordingOntoThePrinter) {
+TEST_F(PlotWindowTest, PrintPlaysTheRecordingOntoThePrinterOrSaysItCouldNotBeWritten) {
   frmTarvenixPlot& plot = OpenPlot();
   gui::PrintDialogs::Answer answer;
   answer.pdfFile = QString::fromStdString(data.File("printed.pdf"));
@@ -154,17 +150,32 @@ TEST_F(PlotWindowTest, PrintPlaysTheRecordingOntoThePrinter) {
   EXPECT_EQ(ReadAll(data.File("printed.pdf")).substr(0, 4), "%PDF");
   EXPECT_TRUE(modUtils::IsFile(data.File("weibull.emf")));
   EXPECT_EQ(plot.ColorScheme(), 6);
-}
 
-TEST_F(PlotWindowTest, APrintWhoseRecordingCannotBeWrittenSaysSo) {
   app->session.sDataDir = data.File("missing");
-  frmTarvenixPlot& plot = OpenPlot();
-  gui::PrintDialogs::Answer answer;
-  answer.pdfFile = QString::fromStdString(data.File("printed.pdf"));
   gui::PrintDialogs::SetNextAnswer(answer);
   Click(&plot, "CmdPrint");
-  ASSERT_EQ(gui::MessageBoxes::Texts().size(), 1);
-  EXPECT_EQ(gui::MessageBoxes::Texts()[0], QStringLiteral("Print Error: Enhanced metafile was not exported."));
+  EXPECT_EQ(gui::MessageBoxes::Texts(), QStringList{"Print Error: Enhanced metafile was not exported."});
+}
+
+// The save options dialog on its own.
+class SaveOptionsTest : public GuiTest {};
+
+TEST_F(SaveOptionsTest, CancelOrClosingKeepsTheNameAndSaysCancelled) {
+  for (bool byButton : {true, false}) {
+    frmSystemSaveOptions dialog;
+    dialog.SetSaveFilename("run7_weibull");
+    WhenModal("frmSystemSaveOptions", [&](QWidget* d) {
+      Find<QLineEdit>(d, "txtSaveFilename")->setText(QStringLiteral("changed"));
+      if (byButton) {
+        Click(d, "cmdBtnCancel");
+      } else {
+        d->close();
+      }
+    });
+    dialog.exec();
+    EXPECT_TRUE(dialog.Canceled());
+    EXPECT_EQ(dialog.SaveFilename(), "run7_weibull");
+  }
 }
 
 }  // namespace
