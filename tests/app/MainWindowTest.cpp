@@ -61,7 +61,10 @@ class MainWindowTest : public GuiTest {
   }
 };
 
-TEST_F(MainWindowTest, StartsWithNoSettingsFileAndQuittingWritesIt) {
+TEST_F(MainWindowTest, StartsWithNoSettingsFileSoundsWhileOnAndQuittingWritesTheSettings) {
+  std::filesystem::create_directories(programFolder.File("Sounds"));
+  for (const char* name : {"TurnOn.wav", "Ping.wav", "Attention.wav", "Floop.wav"})
+    programFolder.Write(std::string("Sounds/") + name, "RIFF");
   StartApp();
   EXPECT_TRUE(Main().isVisible());
   EXPECT_EQ(Main().windowTitle(), QStringLiteral("Quorvane Tarvenix v1.0.0"));
@@ -69,6 +72,10 @@ TEST_F(MainWindowTest, StartsWithNoSettingsFileAndQuittingWritesIt) {
   EXPECT_FALSE(app->About().isVisible());
   EXPECT_EQ(app->session.iMinFailures, 5);
   EXPECT_FALSE(std::filesystem::exists(SettingsFile()));
+  // The start, a finished analysis and a notice (the readme is missing) each sound.
+  Main().UpdateStatus("Analysis complete.");
+  Trigger("mnuHelpReadme");
+  EXPECT_EQ(gui::SoundLog::Played(), (QStringList{"TurnOn.wav", "Ping.wav", "Attention.wav"}));
 
   MessageBoxes::SetNextAnswer(QMessageBox::No);
   Main().close();
@@ -78,6 +85,10 @@ TEST_F(MainWindowTest, StartsWithNoSettingsFileAndQuittingWritesIt) {
 
   Trigger("mnuUtilsEnableSounds");
   EXPECT_FALSE(Main().findChild<QAction*>(QStringLiteral("mnuUtilsEnableSounds"))->isChecked());
+  gui::SoundLog::Clear();
+  Main().UpdateStatus("Analysis complete.");
+  Trigger("mnuHelpReadme");
+  EXPECT_TRUE(gui::SoundLog::Played().isEmpty());
   app->Debug().show();
   MessageBoxes::SetNextAnswer(QMessageBox::Yes);
   Trigger("mnuUtilsExit");
@@ -85,23 +96,6 @@ TEST_F(MainWindowTest, StartsWithNoSettingsFileAndQuittingWritesIt) {
   EXPECT_FALSE(app->Debug().isVisible());
   EXPECT_EQ(ReadAll(SettingsFile()),
             "[General]\r\nN50/N63 Parameter=0\r\nFailure Fraction=0\r\nConfidence Level=0\r\nSound Status=False\r\n");
-}
-
-TEST_F(MainWindowTest, SoundsMarkTheStartAFinishedAnalysisAndMessagesWhileOn) {
-  std::filesystem::create_directories(programFolder.File("Sounds"));
-  for (const char* name : {"TurnOn.wav", "Ping.wav", "Attention.wav", "Floop.wav"})
-    programFolder.Write(std::string("Sounds/") + name, "RIFF");
-  StartApp();
-  EXPECT_EQ(gui::SoundLog::Played(), QStringList{"TurnOn.wav"});
-  Main().UpdateStatus("Analysis complete.");
-  Trigger("mnuHelpReadme");  // a notice: the readme is missing
-  EXPECT_EQ(gui::SoundLog::Played(), (QStringList{"TurnOn.wav", "Ping.wav", "Attention.wav"}));
-
-  gui::SoundLog::Clear();
-  Trigger("mnuUtilsEnableSounds");
-  Main().UpdateStatus("Analysis complete.");
-  Trigger("mnuHelpReadme");
-  EXPECT_TRUE(gui::SoundLog::Played().isEmpty());
 }
 
 TEST_F(MainWindowTest, ASecondCopyIsRefusedAndACrashedCopysLockIsNot) {
@@ -288,12 +282,13 @@ TEST_F(MainWindowTest, ViewDatafileAsksWhichDataSetOnlyWhenThereAreSeveral) {
 
 TEST_F(MainWindowTest, EditOpensTheSetupAfterAChoiceAmongSeveralAndCancelStepsBack) {
   StartApp();
-  LoadDataSets(1);
-  WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
+  const auto cancelTheFirst = [&](QWidget* setup) {
     EXPECT_EQ(setup->windowTitle(), QStringLiteral("Tarvenix Setup for Data Set #1"));
     EXPECT_EQ(Find<QLineEdit>(setup, "txtLastCh")->text(), QStringLiteral("10"));
     Click(setup, "cmdBtnCancel");
-  });
+  };
+  LoadDataSets(1);
+  WhenModal("frmTarvenixSetup", cancelTheFirst);
   Click(&Main(), "btnEdit");
   EXPECT_EQ(app->session.iDataSetNum, 0);
 
@@ -302,11 +297,7 @@ TEST_F(MainWindowTest, EditOpensTheSetupAfterAChoiceAmongSeveralAndCancelStepsBa
     auto* list = Find<QComboBox>(chooser, "cmbBoxDataSet");
     EXPECT_EQ(list->currentText(), QStringLiteral("3 - C"));
     list->setCurrentIndex(0);
-    WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
-      EXPECT_EQ(setup->windowTitle(), QStringLiteral("Tarvenix Setup for Data Set #1"));
-      EXPECT_EQ(Find<QLineEdit>(setup, "txtLastCh")->text(), QStringLiteral("10"));
-      Click(setup, "cmdBtnCancel");
-    });
+    WhenModal("frmTarvenixSetup", cancelTheFirst);
     Click(chooser, "cmdBtnOK");
   });
   Click(&Main(), "btnEdit");
