@@ -38,24 +38,15 @@ TEST(ChSelFileEditor, ProposesTheDataFileNameInTheDataFolder) {
     EXPECT_EQ(ProposedFileName(c.dataDir, c.dataFile), c.proposed) << c.dataFile;
 }
 
-// A fake clock for OpenFile's retry: each pause moves it a second.
-modUtils::RetryClock FastClock(long long& now) {
-  return {[&now] { return now; }, [&now] { ++now; }};
-}
-
 TEST(ChSelFileEditor, AFileThatCannotBeWrittenKeepsTheEditorOpen) {
   Session s;
-  long long now = 0;
-  EditorEntries range;
-  range.individual = false;
-  range.sFirstCh = "1";
-  range.sLastCh = "8";
+  long long now = 0;  // a fake clock for the open's retry: each pause moves it a second
   ChannelPages pages;
   if (std::filesystem::exists("/dev/full")) {
     // Opened, but the disk is full on writing: the error box under OK's label.
-    range.sChSelFile = "/dev/full";
+    const EditorEntries range{.sChSelFile = "/dev/full", .individual = false, .sFirstCh = "1", .sLastCh = "8"};
     RecordingUi ui;
-    OkResult r = WriteChSelFile(s, ui, range, pages, PageTicks{}, FastClock(now));
+    OkResult r = WriteChSelFile(s, ui, range, pages, PageTicks{}, {[&] { return now; }, [&] { ++now; }});
     EXPECT_FALSE(r.written);
     ASSERT_EQ(ui.messages.size(), 1u);
     EXPECT_EQ(ui.messages[0].text.rfind("Error in frmTarvenixChSelFile.cmdBtnOK - Error #61  ", 0), 0u)
