@@ -45,25 +45,7 @@ struct Check {
   }
 };
 
-TEST(CheckSetupEntries, FilesTheSetupUnderTheCurrentDataSet) {
-  Check c(2);
-  c.File("START: 120\r\nTSTART:\r\n5\r\n7,9\r\n");
-  c.s.lInitialCycle(1) = 33;
-  c.setup.bDataCycles = false;
-  c.Run(3);
-  EXPECT_EQ(c.iErr, 0);
-  EXPECT_TRUE(c.ui.calls.empty());
-  EXPECT_EQ(c.Selected(), (V{5, 7, 9}));
-  EXPECT_EQ(c.s.iGroupSize(2), 3);
-  EXPECT_EQ(c.s.lInitialCycle(0), 120);
-  EXPECT_EQ(c.s.lInitialCycle(1), 33) << "a bare TSTART: leaves the value";
-  EXPECT_EQ(c.s.sDataFiles(2), "/lab/run.txt");
-  EXPECT_EQ(c.s.sIPCFiles(2), "/lab/run.ipc");
-  EXPECT_EQ(c.s.sDataIDs(2), "Board A");
-  EXPECT_FALSE(c.s.bDataCycles);
-}
-
-TEST(CheckSetupEntries, ReadsHeadersAndEntries) {
+TEST(CheckSetupEntries, ReadsHeadersAndEntriesUnderTheCurrentDataSet) {
   struct Case {
     const char* content;
     V channels;
@@ -75,14 +57,18 @@ TEST(CheckSetupEntries, ReadsHeadersAndEntries) {
       {"12\r\n 14 , \"16\"\r\n20", {12, 14, 16, 20}, -1, -1},
   };
   for (const Case& k : cases) {
-    Check c;
+    Check c(2);
     c.s.lInitialCycle(0) = c.s.lInitialCycle(1) = -1;
     c.File(k.content).Run(1);
     EXPECT_EQ(c.iErr, 0) << k.content;
+    EXPECT_TRUE(c.ui.calls.empty()) << k.content;
     EXPECT_EQ(c.Selected(), k.channels) << k.content;
-    EXPECT_EQ(c.s.iGroupSize(1), static_cast<int16_t>(k.channels.size())) << k.content;
+    EXPECT_EQ(c.s.iGroupSize(2), static_cast<int16_t>(k.channels.size())) << k.content;
     EXPECT_EQ(c.s.lInitialCycle(0), k.start) << k.content;
     EXPECT_EQ(c.s.lInitialCycle(1), k.tstart) << k.content;
+    EXPECT_EQ(c.s.sDataFiles(2), "/lab/run.txt");
+    EXPECT_EQ(c.s.sIPCFiles(2), "/lab/run.ipc");
+    EXPECT_EQ(c.s.sDataIDs(2), "Board A");
   }
 }
 

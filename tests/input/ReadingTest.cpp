@@ -72,13 +72,6 @@ std::vector<int32_t> Reading::Counts() const {
   return v;
 }
 
-std::vector<int> Reading::Selected() const {
-  std::vector<int> v;
-  for (int ch = 0; ch <= kMaxChannels; ++ch)
-    if (s.iChSelected(ch)) v.push_back(ch);
-  return v;
-}
-
 std::vector<std::string> Reading::CallsFrom(const std::string& from) const {
   for (std::size_t i = 0; i < ui.calls.size(); ++i)
     if (ui.calls[i].find(from) != std::string::npos)

@@ -38,7 +38,6 @@ struct Reading {
   // Rows 1..iNumEvents of the data set's failure data.
   std::vector<int32_t> Cycles() const;
   std::vector<int32_t> Counts() const;
-  std::vector<int> Selected() const;
   // The calls to the UI port from the first that contains `from` on.
   std::vector<std::string> CallsFrom(const std::string& from) const;
 };
