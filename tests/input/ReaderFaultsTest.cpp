@@ -67,7 +67,7 @@ TEST(ReaderFaults, AHundredMegabyteLineIsReadThrough) {
     out << "   1:O.   2:O.   3:O.   4:O.   5:O.\r\n" << Lines({DataCycleLine(8), EventLine(1, {6})});
   }
   r.s.bDebug = true;
-  r.SetupWithRange(r.dir.File("huge.txt"), 1, 1024, 1, true);
+  r.SetupFiles(r.dir.File("huge.txt"), "", 1, 1024, 1, true);
   r.Read();
   EXPECT_EQ(r.iErr, 0);
   EXPECT_EQ(r.Cycles(), (V{7, 7, 7, 7, 7, 7, 8}));

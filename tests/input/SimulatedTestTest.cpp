@@ -45,7 +45,7 @@ TEST(SimulatedTest, TheReaderFindsTheFailureCyclesTheSimulatorPlanted) {
     sim::WriteHistoryFile(c.options, planned, r.dir.File("run.txt"));
     sim::WriteChannelSelectionFile(c.options, planned, r.dir.File("sel.txt"));
     r.ui.firstCycleAnswers.push_back(true);
-    r.SetupFromFiles(r.dir.File("run.txt"), r.dir.File("sel.txt"), c.limit, c.dataCycles);
+    r.SetupFiles(r.dir.File("run.txt"), r.dir.File("sel.txt"), 0, 0, c.limit, c.dataCycles);
     r.Read();
 
     std::vector<int64_t> expected =
@@ -121,7 +121,7 @@ TEST(SimulatedTest, TheIpcJedecRuleFindsTheFailuresBehindTheNoise) {
     sim::WriteEventArrayFile(c.options, planned, sim::EventArrayPath(history));
     sim::WriteChannelSelectionFile(c.options, planned, r.dir.File("sel.txt"));
     r.ui.firstCycleAnswers.push_back(true);
-    r.SetupFromFiles(history, r.dir.File("sel.txt"), 1, c.dataCycles);
+    r.SetupFiles(history, r.dir.File("sel.txt"), 0, 0, 1, c.dataCycles);
     r.Read();
 
     const std::vector<int64_t> all = sim::ExpectedIpcFailureCycles(c.options, planned, c.dataCycles, false);
