@@ -11,20 +11,35 @@ namespace {
 
 using V = std::vector<int32_t>;
 
-// Entries that name no channel, and the error box they bring, are the entry
-// scanner's and the bad-input tests'; the reader's own limit is the number of
-// events.
-TEST(ReaderFaults, The1025thEventEndsTheRunWithTheErrorBox) {
+// Every entry of channels 1..1024 on one event line.
+std::vector<int> AllChannels() {
   std::vector<int> channels;
   for (int ch = 1; ch <= 1024; ++ch) channels.push_back(ch);
-  Reading r;
-  r.s.bDebug = true;
-  // Channel 0 is selected too, so a blank entry is one more event.
-  r.Setup(Lines({DataCycleLine(3), EventLine(1, channels) + "    :O."}), 0, 1024, 1, true);
-  r.Read();
-  EXPECT_EQ(r.iErr, 1);
-  EXPECT_EQ(r.ui.MessageTexts(),
-            std::vector<std::string>{"Error in modTarvenix.ProcessData - Error #9  Subscript out of range\r"});
+  return channels;
+}
+
+TEST(ReaderFaults, BadEntriesEndTheRunWithTheErrorBox) {
+  struct Case {
+    const char* what;
+    std::string content;
+    int16_t first;
+    std::string box;
+  } cases[] = {
+      {"an entry beyond channel 1024", Lines({DataCycleLine(3), "001:: 099:O."}), 1, "Error #9  Subscript out of range"},
+      {"an entry beyond 16 bits", Lines({DataCycleLine(3), "001:: 9E9:O."}), 1, "Error #6  Overflow"},
+      // Channel 0 is selected too, so a blank entry is one more event.
+      {"the 1025th event", Lines({DataCycleLine(3), EventLine(1, AllChannels()) + "    :O."}), 0,
+       "Error #9  Subscript out of range"},
+  };
+  for (const Case& c : cases) {
+    Reading r;
+    r.s.bDebug = true;
+    r.Setup(c.content, c.first, 1024, 1, true);
+    r.Read();
+    EXPECT_EQ(r.iErr, 1) << c.what;
+    EXPECT_EQ(r.ui.MessageTexts(), std::vector<std::string>{"Error in modTarvenix.ProcessData - " + c.box + "\r"})
+        << c.what;
+  }
 }
 
 // Line ends as such are the line reader's; these show the reader takes its
