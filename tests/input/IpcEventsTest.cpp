@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -123,12 +122,12 @@ TEST(IpcJedecLimit, AnIpcRunLogsEachStepAndGroupsTiedFailures) {
   EXPECT_EQ(r.iErr, 0);
   EXPECT_EQ(r.Cycles(), (V{100, 120, 130, 150, 160}));
   EXPECT_EQ(r.Counts(), (V{2, 3, 6, 7, 8}));
-  // The heading before is the count limit's, but for the limit's name.
   // A failure's line names its event, data cycle and temperature cycle.
   const auto failed = [](int channel, int event, int cycle) {
     return "DEBUG: Ch # " + std::to_string(channel) + ": IPC/JEDEC failure at event #" + std::to_string(event) +
            " @ Data cycle #" + std::to_string(4 * cycle + 3) + " @ Temp./Mech. Cycle #" + std::to_string(cycle);
   };
+  // The heading before is the count limit's, but for the limit's name.
   const std::vector<std::string> expected = {
       "TEXT: Occurrence limit to be considered: IPC/JEDEC Limit",
       "DEBUG: Ch # 2: IPC/JEDEC failure at event #2 @ Data cycle #403 @ Temp./Mech. Cycle #100",
@@ -336,7 +335,7 @@ TEST(IpcJedecLimit, FirstCycleFailuresAreLeftOutOnlyWhenTheUserAgrees) {
     lines[8] = dataCycles ? ChannelLine(8, V(10, 1), V(10, 5)) : ChannelLine(8, V(10, 40), V(10, 1));
     lines[1024] = dataCycles ? ChannelLine(1024, V(10, 0), V(10, 2)) : ChannelLine(1024, V(10, 40), V(10, 0));
     Reading r;
-    r.ui.firstCycleAnswers.push_back(dataCycles);
+    r.ui.firstCycleAnswers.push_back(dataCycles);  // yes in data cycles, no in temperature cycles
     r.SetupIpc(EventArray(lines), 1, 1024, dataCycles);
     r.Read();
     EXPECT_EQ(r.CallsFrom("FIRSTCYCLE").front(), "FIRSTCYCLE: 8 1024") << dataCycles;

@@ -263,7 +263,7 @@ TEST(ProcessData, FirstCycleEventsAreIgnoredOnlyWhenTheUserSaysSo) {
     else
       log.push_back("TEXT: User has chosen not to ignore first " + kind + " events. Analysis stopped.");
     std::vector<std::string> calls = r.CallsFrom("TEXT: First");
-    calls.resize(std::min(calls.size(), log.size()));  // the second pass follows
+    if (ignored) calls.resize(std::min(calls.size(), log.size()));  // the second pass follows
     EXPECT_EQ(calls, log);
     EXPECT_EQ(r.iErr, ignored ? 0 : 1);
     EXPECT_EQ(r.s.iGroupSize(1), ignored ? 1022 : 1024);
