@@ -10,71 +10,45 @@
 namespace tarvenix::modTarvenix {
 namespace {
 
-using test::RecordingUi;
-using test::TempDir;
+using V = std::vector<int>;
 
-std::vector<int> Range(int first, int last) {
-  std::vector<int> channels;
-  for (int ch = first; ch <= last; ++ch) channels.push_back(ch);
-  return channels;
-}
-
-std::vector<int> SelectedChannels(const Session& s) {
-  std::vector<int> channels;
-  for (int ch = 0; ch <= kMaxChannels; ++ch)
-    if (s.iChSelected(ch) == 1) channels.push_back(ch);
-  return channels;
-}
-
-DataSetSettings FileSetup(const std::string& dataFile, const std::string& chSelFile) {
-  DataSetSettings setup;
-  setup.sDataFile = dataFile;
-  setup.sDataID = "  Board A  ";
-  setup.bNumOccurrences = true;
-  setup.bDataCycles = true;
-  setup.bChSelFile = true;
-  setup.sChSelFile = chSelFile;
-  return setup;
-}
-
-// The box a rejected file gets: an error message with no procedure label.
-std::string RejectionBox(const std::string& file, int line, const std::string& reason) {
-  return "Error in  - Error #0  \rError in channel selection file:\r" + file + "\rat line number: " +
-         std::to_string(line) + "\r\r" + reason;
-}
-
-TEST(CheckSetupEntries, FilesTheSetupUnderTheCurrentDataSet) {
-  TempDir dir;
+// One CheckSetupEntries call on data set d of a fresh session, its data file
+// "/lab/run.txt" read in data cycles with a channel selection file.
+struct Check {
+  test::TempDir dir;
   Session s;
-  RecordingUi ui;
-  s.iDataSetNum = 2;
-  std::string chsel = dir.Write("sel.txt", "START: 120\r\nTSTART:\r\n5\r\n7,9\r\n");
-  s.lInitialCycle(1) = 33;
-  DataSetSettings setup = FileSetup("/lab/run.txt", chsel);
-  setup.bDataCycles = false;
+  test::RecordingUi ui;
   int16_t iErr = 0;
-  CheckSetupEntries(s, ui, setup, 0, 0, 3, iErr);
+  DataSetSettings setup;
 
-  EXPECT_EQ(iErr, 0);
-  EXPECT_TRUE(ui.calls.empty());
-  EXPECT_EQ(SelectedChannels(s), (std::vector<int>{5, 7, 9}));
-  EXPECT_EQ(s.iGroupSize(2), 3);
-  EXPECT_EQ(s.lInitialCycle(0), 120);
-  EXPECT_EQ(s.lInitialCycle(1), 33) << "a bare TSTART: leaves the value";
-  EXPECT_EQ(s.sDataFiles(2), "/lab/run.txt");
-  EXPECT_EQ(s.sIPCFiles(2), "/lab/run.ipc");
-  EXPECT_EQ(s.sDataIDs(2), "Board A");
-  EXPECT_EQ(s.sChSelFiles(2), chsel);
-  EXPECT_TRUE(s.bUseChSelFiles(2));
-  EXPECT_EQ(s.iOccurrenceLimits(2), 3);
-  EXPECT_FALSE(s.bDataCycles);
-  EXPECT_TRUE(s.bNumOccurrences);
-}
+  explicit Check(int16_t d = 1, const std::string& chSelFile = "") {
+    s.iDataSetNum = d;
+    setup.sDataFile = "/lab/run.txt";
+    setup.sDataID = "  Board A  ";
+    setup.bNumOccurrences = true;
+    setup.bDataCycles = true;
+    setup.bChSelFile = true;
+    setup.sChSelFile = chSelFile;
+  }
+  Check& File(const std::string& content) {
+    setup.sChSelFile = dir.Write("sel.txt", content);
+    return *this;
+  }
+  void Run(int16_t limit, int16_t first = 0, int16_t last = 0) {
+    CheckSetupEntries(s, ui, setup, first, last, limit, iErr);
+  }
+  V Selected() const {
+    V channels;
+    for (int ch = 0; ch <= kMaxChannels; ++ch)
+      if (s.iChSelected(ch) == 1) channels.push_back(ch);
+    return channels;
+  }
+};
 
-TEST(CheckSetupEntries, ReadsHeadersAndEntries) {
+TEST(CheckSetupEntries, ReadsHeadersAndEntriesUnderTheCurrentDataSet) {
   struct Case {
     const char* content;
-    std::vector<int> channels;
+    V channels;
     int32_t start, tstart;  // lInitialCycle afterwards; both start at -1
   } cases[] = {
       {"start: 10.6\ntstart: 4\n1\n2\n", {1, 2}, 11, 4},
@@ -82,19 +56,19 @@ TEST(CheckSetupEntries, ReadsHeadersAndEntries) {
       {"START:\rTSTART:   \r3.0\r", {3}, -1, 0},
       {"12\r\n 14 , \"16\"\r\n20", {12, 14, 16, 20}, -1, -1},
   };
-  for (const Case& c : cases) {
-    TempDir dir;
-    Session s;
-    RecordingUi ui;
-    s.iDataSetNum = 1;
-    s.lInitialCycle(0) = s.lInitialCycle(1) = -1;
-    int16_t iErr = 0;
-    CheckSetupEntries(s, ui, FileSetup("/lab/run.txt", dir.Write("sel.txt", c.content)), 0, 0, 1, iErr);
-    EXPECT_EQ(iErr, 0) << c.content;
-    EXPECT_EQ(SelectedChannels(s), c.channels) << c.content;
-    EXPECT_EQ(s.iGroupSize(1), static_cast<int16_t>(c.channels.size())) << c.content;
-    EXPECT_EQ(s.lInitialCycle(0), c.start) << c.content;
-    EXPECT_EQ(s.lInitialCycle(1), c.tstart) << c.content;
+  for (const Case& k : cases) {
+    Check c(2);
+    c.s.lInitialCycle(0) = c.s.lInitialCycle(1) = -1;
+    c.File(k.content).Run(1);
+    EXPECT_EQ(c.iErr, 0) << k.content;
+    EXPECT_TRUE(c.ui.calls.empty()) << k.content;
+    EXPECT_EQ(c.Selected(), k.channels) << k.content;
+    EXPECT_EQ(c.s.iGroupSize(2), static_cast<int16_t>(k.channels.size())) << k.content;
+    EXPECT_EQ(c.s.lInitialCycle(0), k.start) << k.content;
+    EXPECT_EQ(c.s.lInitialCycle(1), k.tstart) << k.content;
+    EXPECT_EQ(c.s.sDataFiles(2), "/lab/run.txt");
+    EXPECT_EQ(c.s.sIPCFiles(2), "/lab/run.ipc");
+    EXPECT_EQ(c.s.sDataIDs(2), "Board A");
   }
 }
 
@@ -103,7 +77,7 @@ TEST(CheckSetupEntries, RejectsTheFirstBadEntryNamingItsLine) {
     const char* content;
     int line;
     const char* reason;
-    std::vector<int> keptChannels;
+    V keptChannels;
   } cases[] = {
       {"5\r\n0\r\n", 2, kChannelRangeText, {5}},
       {"START: 3\r\n5\r\n1025\r\n", 3, kChannelRangeText, {5}},
@@ -114,24 +88,23 @@ TEST(CheckSetupEntries, RejectsTheFirstBadEntryNamingItsLine) {
       {"4\r\n\r\n", 2, kBadChannelText, {4}},
       {"12, 14\r\n", 1, kBadChannelText, {}},  // the first entry is taken as a whole line
   };
-  for (const Case& c : cases) {
-    TempDir dir;
-    Session s;
-    RecordingUi ui;
-    s.iDataSetNum = 1;
-    std::string chsel = dir.Write("sel.txt", c.content);
-    int16_t iErr = 0;
-    CheckSetupEntries(s, ui, FileSetup("/lab/run.txt", chsel), 0, 0, 7, iErr);
-    EXPECT_EQ(iErr, 1) << c.content;
-    EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{RejectionBox(chsel, c.line, c.reason)}) << c.content;
-    EXPECT_EQ(SelectedChannels(s), c.keptChannels) << c.content;
-    EXPECT_EQ(s.iGroupSize(1), static_cast<int16_t>(c.keptChannels.size())) << c.content;
-    EXPECT_EQ(s.iOccurrenceLimits(1), 0) << "the procedure ends before the limit is stored";
+  for (const Case& k : cases) {
+    Check c;
+    c.File(k.content).Run(7);
+    EXPECT_EQ(c.iErr, 1) << k.content;
+    // The box has no procedure label.
+    EXPECT_EQ(c.ui.MessageTexts(), std::vector<std::string>{"Error in  - Error #0  \rError in channel selection file:\r" +
+                                                            c.setup.sChSelFile + "\rat line number: " +
+                                                            std::to_string(k.line) + "\r\r" + k.reason})
+        << k.content;
+    EXPECT_EQ(c.Selected(), k.keptChannels) << k.content;
+    EXPECT_EQ(c.s.iGroupSize(1), static_cast<int16_t>(k.keptChannels.size())) << k.content;
+    EXPECT_EQ(c.s.iOccurrenceLimits(1), 0) << "the procedure ends before the limit is stored";
   }
 }
 
 TEST(CheckSetupEntries, OtherFaultsGoToTheErrorBox) {
-  TempDir dir;
+  test::TempDir dir;
   struct Case {
     std::string dataFile;
     std::string chSelFile;
@@ -142,71 +115,62 @@ TEST(CheckSetupEntries, OtherFaultsGoToTheErrorBox) {
       {"/lab/run.txt", dir.Path(), "Error #75  Path/File access error"},
       {"r.t", dir.Write("ok.txt", "5\r\n"), "Error #5  Invalid procedure call or argument"},
   };
-  for (const Case& c : cases) {
-    Session s;
-    RecordingUi ui;
-    s.iDataSetNum = 1;
-    int16_t iErr = 0;
-    CheckSetupEntries(s, ui, FileSetup(c.dataFile, c.chSelFile), 0, 0, 7, iErr);
-    EXPECT_EQ(iErr, 1) << c.chSelFile;
-    ASSERT_EQ(ui.messages.size(), 1u) << c.chSelFile;
-    EXPECT_EQ(ui.messages[0].text, "Error in modTarvenix.CheckSetupEntries - " + c.box + "\r");
-    EXPECT_EQ(ui.messages[0].icon, MessageIcon::Critical);
+  for (const Case& k : cases) {
+    Check c(1, k.chSelFile);
+    c.setup.sDataFile = k.dataFile;
+    c.Run(7);
+    EXPECT_EQ(c.iErr, 1) << k.chSelFile;
+    ASSERT_EQ(c.ui.messages.size(), 1u) << k.chSelFile;
+    EXPECT_EQ(c.ui.messages[0].text, "Error in modTarvenix.CheckSetupEntries - " + k.box + "\r");
+    EXPECT_EQ(c.ui.messages[0].icon, MessageIcon::Critical);
   }
 }
 
 TEST(CheckSetupEntries, ARangeSelectsItsChannelsAndWinsOverAFile) {
+  V lastChannels;
+  for (int ch = 1000; ch <= 1024; ++ch) lastChannels.push_back(ch);
   struct Case {
     bool alsoFile;
     int16_t first, last;
-    std::vector<int> channels;
+    V channels;
     int16_t groupSize;
   } cases[] = {
       {false, 10, 12, {10, 11, 12}, 3},
       {true, 10, 12, {10, 11, 12}, 3},
-      {false, 1000, 1024, Range(1000, 1024), 25},
+      {false, 1000, 1024, lastChannels, 25},
       {false, 12, 10, {}, -1},
   };
-  for (const Case& c : cases) {
-    TempDir dir;
-    Session s;
-    RecordingUi ui;
-    s.iDataSetNum = 3;
-    DataSetSettings setup = FileSetup("/lab/run.txt", dir.Write("sel.txt", "START: 50\r\n1\r\n2\r\n"));
-    setup.bChSelFile = c.alsoFile;
-    setup.bFirstLastCh = true;
-    int16_t iErr = 0;
-    CheckSetupEntries(s, ui, setup, c.first, c.last, 2, iErr);
-    EXPECT_EQ(iErr, 0);
-    EXPECT_EQ(SelectedChannels(s), c.channels) << c.first << ".." << c.last;
-    EXPECT_EQ(s.iGroupSize(3), c.groupSize);
-    EXPECT_EQ(s.iFirstChannels(3), c.first);
-    EXPECT_EQ(s.iLastChannels(3), c.last);
-    EXPECT_EQ(s.iOccurrenceLimits(3), 2);
-    EXPECT_EQ(s.lInitialCycle(0), c.alsoFile ? 50 : 0) << "the file's header is read even when the range wins";
+  for (const Case& k : cases) {
+    Check c(3);
+    c.File("START: 50\r\n1\r\n2\r\n");
+    c.setup.bChSelFile = k.alsoFile;
+    c.setup.bFirstLastCh = true;
+    c.Run(2, k.first, k.last);
+    EXPECT_EQ(c.iErr, 0);
+    EXPECT_EQ(c.Selected(), k.channels) << k.first << ".." << k.last;
+    EXPECT_EQ(c.s.iGroupSize(3), k.groupSize);
+    EXPECT_EQ(c.s.iLastChannels(3), k.last);
+    EXPECT_EQ(c.s.iOccurrenceLimits(3), 2);
+    EXPECT_EQ(c.s.lInitialCycle(0), k.alsoFile ? 50 : 0) << "the file's header is read even when the range wins";
   }
 }
 
 TEST(CheckSetupEntries, InitialCyclesStayUntilAnotherFileSetsThem) {
-  TempDir dir;
-  Session s;
-  RecordingUi ui;
-  int16_t iErr = 0;
-  s.iDataSetNum = 1;
-  CheckSetupEntries(s, ui, FileSetup("/lab/a.txt", dir.Write("a.txt", "START: 40\r\nTSTART: 8\r\n5\r\n")), 0, 0, 1,
-                    iErr);
-  s.iDataSetNum = 2;
-  DataSetSettings range = FileSetup("/lab/b.txt", "");
-  range.bChSelFile = false;
-  range.bFirstLastCh = true;
-  CheckSetupEntries(s, ui, range, 1, 10, 1, iErr);
-  EXPECT_EQ(s.lInitialCycle(0), 40);
-  EXPECT_EQ(s.lInitialCycle(1), 8);
-  s.iDataSetNum = 3;
-  CheckSetupEntries(s, ui, FileSetup("/lab/c.txt", dir.Write("c.txt", "TSTART: 2\r\n5\r\n")), 0, 0, 1, iErr);
-  EXPECT_EQ(s.lInitialCycle(0), 40);
-  EXPECT_EQ(s.lInitialCycle(1), 2);
-  EXPECT_EQ(iErr, 0);
+  Check c;
+  c.File("START: 40\r\nTSTART: 8\r\n5\r\n").Run(1);
+  c.s.iDataSetNum = 2;
+  c.setup.bChSelFile = false;
+  c.setup.bFirstLastCh = true;
+  c.Run(1, 1, 10);
+  EXPECT_EQ(c.s.lInitialCycle(0), 40);
+  EXPECT_EQ(c.s.lInitialCycle(1), 8);
+  c.s.iDataSetNum = 3;
+  c.setup.bChSelFile = true;
+  c.setup.bFirstLastCh = false;
+  c.File("TSTART: 2\r\n5\r\n").Run(1);
+  EXPECT_EQ(c.s.lInitialCycle(0), 40);
+  EXPECT_EQ(c.s.lInitialCycle(1), 2);
+  EXPECT_EQ(c.iErr, 0);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -123,25 +122,18 @@ TEST(IpcJedecLimit, AnIpcRunLogsEachStepAndGroupsTiedFailures) {
   EXPECT_EQ(r.iErr, 0);
   EXPECT_EQ(r.Cycles(), (V{100, 120, 130, 150, 160}));
   EXPECT_EQ(r.Counts(), (V{2, 3, 6, 7, 8}));
-  EXPECT_EQ(r.s.iGroupSize(1), 12);
-  EXPECT_EQ(r.s.iCycleType, 1);
+  // A failure's line names its event, data cycle and temperature cycle.
+  const auto failed = [](int channel, int event, int cycle) {
+    return "DEBUG: Ch # " + std::to_string(channel) + ": IPC/JEDEC failure at event #" + std::to_string(event) +
+           " @ Data cycle #" + std::to_string(4 * cycle + 3) + " @ Temp./Mech. Cycle #" + std::to_string(cycle);
+  };
+  // The heading before is the count limit's, but for the limit's name.
   const std::vector<std::string> expected = {
-      "STATUS: Reading history data file ...",
-      "TEXT: Data Set #1",
-      "TEXT: Data Set ID: Board 7",
-      "TEXT: Test Data History File: " + r.dataFile,
-      "TEXT: Channels Selected:1 to 12",
-      "TEXT: Temperature or mechanical cycle analysis selected.",
       "TEXT: Occurrence limit to be considered: IPC/JEDEC Limit",
       "DEBUG: Ch # 2: IPC/JEDEC failure at event #2 @ Data cycle #403 @ Temp./Mech. Cycle #100",
-      "DEBUG: Ch # 3: IPC/JEDEC failure at event #1 @ Data cycle #403 @ Temp./Mech. Cycle #100",
-      "DEBUG: Ch # 4: IPC/JEDEC failure at event #1 @ Data cycle #643 @ Temp./Mech. Cycle #160",
-      "DEBUG: Ch # 5: IPC/JEDEC failure at event #1 @ Data cycle #523 @ Temp./Mech. Cycle #130",
+      failed(3, 1, 100), failed(4, 1, 160), failed(5, 1, 130),
       "DEBUG: Ch # 7: no IPC/JEDEC failure in 10 events",
-      "DEBUG: Ch # 9: IPC/JEDEC failure at event #1 @ Data cycle #603 @ Temp./Mech. Cycle #150",
-      "DEBUG: Ch # 10: IPC/JEDEC failure at event #1 @ Data cycle #483 @ Temp./Mech. Cycle #120",
-      "DEBUG: Ch # 11: IPC/JEDEC failure at event #1 @ Data cycle #523 @ Temp./Mech. Cycle #130",
-      "DEBUG: Ch # 12: IPC/JEDEC failure at event #1 @ Data cycle #523 @ Temp./Mech. Cycle #130",
+      failed(9, 1, 150), failed(10, 1, 120), failed(11, 1, 130), failed(12, 1, 130),
       "STATUS: Working...",
       "TEXT: Channels failed under the IPC/JEDEC rule = 8",
       "TEXT: Finished reading data history file.",
@@ -149,7 +141,7 @@ TEST(IpcJedecLimit, AnIpcRunLogsEachStepAndGroupsTiedFailures) {
       "DEBUG: Finished with reading data history file.",
       "DEBUG: Total number of analyzed events = 5",
   };
-  EXPECT_EQ(r.ui.calls, expected);
+  EXPECT_EQ(r.CallsFrom("TEXT: Occurrence"), expected);
 }
 
 TEST(IpcJedecLimit, FailureCyclesComeFromTheAnalysisColumnCountedFromTheInitialCycle) {
@@ -193,31 +185,30 @@ TEST(IpcJedecLimit, MechanicalLinesUseTheMechanicalRule) {
   r.Read();
   EXPECT_EQ(r.iErr, 0);
   EXPECT_EQ(r.Cycles(), (V{10, 20, 30, 40, 50, 60}));
-  // The last line read was a "T" line (channel 1024 has no events).
+  // The last line read was a "T" line (channel 1024 has no events); the
+  // simulated tests show "M" files and their data cycles.
   EXPECT_EQ(r.s.iCycleType, 1);
-
-  for (int channel = 8; channel <= 1024; ++channel) lines[channel] = std::to_string(channel) + ":,M,";
-  Reading m;
-  m.SetupIpc(EventArray(lines), 1, 10, /*dataCycles=*/true);
-  m.Read();
-  EXPECT_EQ(m.Cycles(), (V{1001, 1002, 1003, 1004, 1005, 1006}));
-  EXPECT_EQ(m.s.iCycleType, 2);
-
-  // With "T" on the line, "M" is only a character.
-  lines[3] = "3:1003,1004,1005,1006,TM,30,31,32,35,";
-  Reading t;
-  t.SetupIpc(EventArray(lines), 1, 10, false);
-  t.Read();
-  EXPECT_EQ(t.iErr, modIPCAnalysis::kIpcStop);
-  EXPECT_EQ(t.ui.textLines.back(), "The IPC/JEDEC file " + t.s.sIPCFiles(1) +
-                                       " cannot be used: line 5 holds \"M\", which is not a cycle count followed by \",\".");
 }
 
-TEST(IpcJedecLimit, ALineThatIsNoChannelLineStopsTheReading) {
+TEST(IpcJedecLimit, ExactlyTheFirst1024ChannelLinesAreReadAndAnyOtherLineStopsTheReading) {
+  const std::string full = EventArray(FiveFailures(), "\n");
+  const std::string missingLast = full.substr(0, full.size() - std::string("1024:,T,\n").size());
   struct Case {
-    std::string line;  // in place of channel 7's, line 9 of the file
-    std::string problem;
-  } cases[] = {
+    std::string what;
+    std::string text;
+    std::string problem;  // "" when read
+  };
+  std::vector<Case> cases = {
+      {"1023 channel lines", missingLast, "it ends after 1023 channel lines (line 1025); the rule needs 1024"},
+      {"comments only", "' one\n' two\n", "it ends after 0 channel lines (line 2); the rule needs 1024"},
+      {"comment lines are not counted", "'a\n" + missingLast + "' b\n' c\n",
+       "it ends after 1023 channel lines (line 1028); the rule needs 1024"},
+      {"1024 channel lines", full, ""},
+      {"whatever follows the 1024th is not read", full + "garbage\n1:1,T1,\n", ""},
+      {"CR line ends", EventArray(FiveFailures(), "\r"), ""},
+      {"the last line without a line end", full.substr(0, full.size() - 1), ""},
+  };
+  const std::pair<std::string, std::string> badLines[] = {  // in place of channel 7's, line 9 of the file
       {"7 1,2,T1,2,", "has no channel number before a \":\""},
       {":7,1,T1,2,", "has no channel number before a \":\""},
       {"", "has no channel number before a \":\""},
@@ -234,6 +225,7 @@ TEST(IpcJedecLimit, ALineThatIsNoChannelLineStopsTheReading) {
       {"x7:,T,", "does not name a channel from 1 to 1024"},
       {"6:,T,", "names channel 6 a second time"},
       {"7:1,x,T1,2,", "holds \"x\", which is not a cycle count followed by \",\""},
+      {"7:1,TM,1,", "holds \"M\", which is not a cycle count followed by \",\""},  // with a "T", "M" is text
       {"7:1,2,T1,2", "holds \"2\", which is not a cycle count followed by \",\""},
       {"7:1,2T1,2,", "holds \"2\", which is not a cycle count followed by \",\""},
       {"7:-1,T1,", "holds \"-1\", which is not a cycle count followed by \",\""},
@@ -242,39 +234,11 @@ TEST(IpcJedecLimit, ALineThatIsNoChannelLineStopsTheReading) {
       {"7:1,M1,2,", "lists 1 data cycle counts but 2 mechanical cycle counts"},
       {"7:" + std::string(70000, ' ') + ",T,", "is too long for a channel line"},
   };
-  for (const Case& c : cases) {
+  for (const auto& [line, problem] : badLines) {
     std::map<int, std::string> lines = FiveFailures();
-    lines[7] = c.line;
-    Reading r;
-    r.SetupIpc(EventArray(lines), 1, 10, true);
-    r.Read();
-    EXPECT_EQ(r.iErr, modIPCAnalysis::kIpcStop) << c.line;
-    EXPECT_EQ(r.ui.textLines.back(),
-              "The IPC/JEDEC file " + r.s.sIPCFiles(1) + " cannot be used: line 9 " + c.problem + ".")
-        << c.line;
-    EXPECT_EQ(r.s.iNumEvents(1), 0) << c.line;
-    EXPECT_TRUE(r.ui.messages.empty()) << c.line;
+    lines[7] = line;
+    cases.push_back({line, EventArray(lines), "line 9 " + problem});
   }
-}
-
-TEST(IpcJedecLimit, TheRuleRunsOnlyAfterExactly1024ChannelLines) {
-  const std::map<int, std::string> failing = FiveFailures();
-  const std::string full = EventArray(failing, "\n");
-  const std::string missingLast = full.substr(0, full.size() - std::string("1024:,T,\n").size());
-  struct Case {
-    const char* what;
-    std::string text;
-    std::string problem;  // "" when read
-  } cases[] = {
-      {"1023 channel lines", missingLast, "it ends after 1023 channel lines (line 1025); the rule needs 1024"},
-      {"comments only", "' one\n' two\n", "it ends after 0 channel lines (line 2); the rule needs 1024"},
-      {"comment lines are not counted", "'a\n" + missingLast + "' b\n' c\n",
-       "it ends after 1023 channel lines (line 1028); the rule needs 1024"},
-      {"1024 channel lines", full, ""},
-      {"whatever follows the 1024th is not read", full + "garbage\n1:1,T1,\n", ""},
-      {"CR line ends", EventArray(failing, "\r"), ""},
-      {"the last line without a line end", full.substr(0, full.size() - 1), ""},
-  };
   for (const Case& c : cases) {
     Reading r;
     r.SetupIpc(c.text, 1, 10, true);
@@ -285,8 +249,10 @@ TEST(IpcJedecLimit, TheRuleRunsOnlyAfterExactly1024ChannelLines) {
       continue;
     }
     EXPECT_EQ(r.iErr, modIPCAnalysis::kIpcStop) << c.what;
-    EXPECT_NE(r.ui.textLines.back().find(c.problem), std::string::npos) << c.what << ": " << r.ui.textLines.back();
+    EXPECT_EQ(r.ui.textLines.back(), "The IPC/JEDEC file " + r.s.sIPCFiles(1) + " cannot be used: " + c.problem + ".")
+        << c.what;
     EXPECT_EQ(r.s.iNumEvents(1), 0) << c.what;
+    EXPECT_TRUE(r.ui.messages.empty()) << c.what;
   }
 }
 
@@ -322,76 +288,54 @@ TEST(IpcJedecLimit, CountsAreReadAsWrittenUpToEleven) {
 }
 
 TEST(IpcJedecLimit, WhenEveryChannelFailsOneOfTheLastIsLeftOut) {
+  const V tied = {100, 100, 110, 120, 120, 120, 130, 140, 150, 150};
   struct Case {
-    int last;  // channels 1..last selected; 1..10 fail
+    V failAt;  // of channels 1, 2...
+    int last;  // channels 1..last selected
     V cycles;
     V counts;
   } cases[] = {
-      {10, {100, 110, 120, 130, 140, 150}, {2, 3, 6, 7, 8, 9}},
-      {12, {100, 110, 120, 130, 140, 150}, {2, 3, 6, 7, 8, 10}},
+      {tied, 10, {100, 110, 120, 130, 140, 150}, {2, 3, 6, 7, 8, 9}},
+      {tied, 12, {100, 110, 120, 130, 140, 150}, {2, 3, 6, 7, 8, 10}},
+      {{101, 102, 103, 104, 105, 106}, 6, {101, 102, 103, 104, 105}, {1, 2, 3, 4, 5}},  // its row goes altogether
   };
-  const int32_t failAt[] = {100, 100, 110, 120, 120, 120, 130, 140, 150, 150};
   for (const Case& c : cases) {
     std::map<int, std::string> lines;
-    for (int channel = 1; channel <= 10; ++channel)
-      lines[channel] = TempChannel(channel, TenEvents(failAt[channel - 1], failAt[channel - 1]));
+    for (std::size_t i = 0; i < c.failAt.size(); ++i)
+      lines[static_cast<int>(i + 1)] = TempChannel(static_cast<int>(i + 1), TenEvents(c.failAt[i], c.failAt[i]));
     Reading r;
     r.SetupIpc(EventArray(lines), 1, static_cast<int16_t>(c.last), false);
     r.Read();
     EXPECT_EQ(r.iErr, 0) << c.last;
     EXPECT_EQ(r.Cycles(), c.cycles) << c.last;
     EXPECT_EQ(r.Counts(), c.counts) << c.last;
-    EXPECT_EQ(r.s.iGroupSize(1), c.last) << c.last;
+    EXPECT_EQ(r.s.vEventCycle(1, static_cast<int>(c.cycles.size()) + 1), 0) << c.last;
   }
-  // A last cycle with one channel goes altogether.
-  std::map<int, std::string> lines;
-  for (int channel = 1; channel <= 6; ++channel) lines[channel] = TempChannel(channel, TenEvents(100 + channel, 110));
-  Reading r;
-  r.SetupIpc(EventArray(lines), 1, 6, false);
-  r.Read();
-  EXPECT_EQ(r.Cycles(), (V{101, 102, 103, 104, 105}));
-  EXPECT_EQ(r.s.vEventCycle(1, 6), 0);
-  EXPECT_EQ(r.s.vEventCount(1, 6), 0);
 }
 
-TEST(IpcJedecLimit, FirstCycleFailuresAreListedAndLeftOutOnlyWhenTheUserAgrees) {
-  struct Case {
-    bool dataCycles;
-    std::optional<bool> answer;
-  } cases[] = {{true, true}, {true, false}, {false, true}, {false, false}};
-  for (const Case& c : cases) {
+// The question and its texts are the count limit's; what is the rule's own is
+// which failures it flags and what leaves the group.
+TEST(IpcJedecLimit, FirstCycleFailuresAreLeftOutOnlyWhenTheUserAgrees) {
+  for (const bool dataCycles : {true, false}) {
     std::map<int, std::string> lines = FiveFailures();
     lines[6] = TempChannel(6, TenEvents(106, 110));
-    // In the analysis column these fail in cycles 0 and 1.
-    lines[8] = c.dataCycles ? ChannelLine(8, V(10, 1), V(10, 5)) : ChannelLine(8, V(10, 40), V(10, 1));
-    lines[1024] = c.dataCycles ? ChannelLine(1024, V(10, 0), V(10, 2)) : ChannelLine(1024, V(10, 40), V(10, 0));
+    // In the analysis column these fail in cycles 1 and 0.
+    lines[8] = dataCycles ? ChannelLine(8, V(10, 1), V(10, 5)) : ChannelLine(8, V(10, 40), V(10, 1));
+    lines[1024] = dataCycles ? ChannelLine(1024, V(10, 0), V(10, 2)) : ChannelLine(1024, V(10, 40), V(10, 0));
     Reading r;
-    r.ui.firstCycleAnswers.push_back(c.answer);
-    r.SetupIpc(EventArray(lines), 1, 1024, c.dataCycles);
+    r.ui.firstCycleAnswers.push_back(dataCycles);  // yes in data cycles, no in temperature cycles
+    r.SetupIpc(EventArray(lines), 1, 1024, dataCycles);
     r.Read();
-    const std::string kind = c.dataCycles ? "data-cycle" : "temp./mech.-cycle";
-    FirstCycleFlags flags{};
-    flags[8] = flags[1024] = true;
-    EXPECT_EQ(r.ui.lastFirstCycleFlags, flags);
-    EXPECT_EQ(r.ui.lastFirstCycleDataCycles, c.dataCycles);
-    if (*c.answer) {
+    EXPECT_EQ(r.CallsFrom("FIRSTCYCLE").front(), "FIRSTCYCLE: 8 1024") << dataCycles;
+    if (dataCycles) {
       EXPECT_EQ(r.iErr, 0);
-      EXPECT_EQ(r.CallsFrom("TEXT: First"),
-                (std::vector<std::string>{"TEXT: First " + kind + " events found.", "FIRSTCYCLE: 8 1024",
-                                          "TEXT: User has chosen to re-run analysis and ignore first " + kind +
-                                              " events.",
-                                          "STATUS: Working...", "TEXT: Channels failed under the IPC/JEDEC rule = 6",
-                                          "TEXT: Finished reading data history file.",
-                                          "TEXT: Number of analyzed events = 6"}));
+      EXPECT_EQ(r.Cycles(), (V{407, 411, 415, 419, 423, 427}));
       EXPECT_EQ(r.s.iGroupSize(1), 1022);
-      EXPECT_EQ(r.s.iChSelected(8), 0);
-      EXPECT_EQ(r.s.iChSelected(1024), 0);
-      EXPECT_EQ(r.s.iChSelected(9), 1);
+      EXPECT_EQ(r.s.iChSelected(8) + r.s.iChSelected(1024), 0);
     } else {
       EXPECT_EQ(r.iErr, modIPCAnalysis::kIpcStop);
-      EXPECT_EQ(r.ui.textLines.back(), "User has chosen not to ignore first " + kind + " events. Analysis stopped.");
+      EXPECT_EQ(r.s.iNumEvents(1), 0);
       EXPECT_EQ(r.s.iGroupSize(1), 1024);
-      EXPECT_EQ(r.s.iChSelected(8), 1);
     }
   }
 }
@@ -405,12 +349,8 @@ TEST(IpcJedecLimit, AFailureBeforeTheInitialCycleNamesItsChannelAndCycle) {
   r.s.lInitialCycle(0) = 50;
   r.Read();
   EXPECT_EQ(r.iErr, 1);
-  EXPECT_EQ(r.CallsFrom("STATUS: Analysis"),
-            (std::vector<std::string>{"STATUS: Analysis did not complete successfully.",
-                                      "TEXT: The data history file contains channels which have events at cycle-",
-                                      "TEXT: counts less than those specified in the cycle-offset files.", "TEXT: ",
-                                      "TEXT: #1 Event recorded on Ch #9 @ Data cycle #40",
-                                      "TEXT: Specified initial cycle = 50", r.ui.calls.back()}));
+  EXPECT_EQ(r.CallsFrom("TEXT: #1"), (std::vector<std::string>{"TEXT: #1 Event recorded on Ch #9 @ Data cycle #40",
+                                                               "TEXT: Specified initial cycle = 50", r.ui.calls.back()}));
   EXPECT_EQ(r.ui.messages.size(), 1u);
 }
 
@@ -420,12 +360,10 @@ TEST(IpcJedecLimit, AMissingFileReadsNothing) {
   std::remove(r.s.sIPCFiles(1).c_str());
   r.Read();
   EXPECT_EQ(r.iErr, 1);
-  EXPECT_EQ(r.CallsFrom("TEXT: The IPC"),
+  const std::vector<std::string> calls = r.CallsFrom("TEXT: The IPC");
+  EXPECT_EQ(std::vector<std::string>(calls.begin(), calls.begin() + 3),
             (std::vector<std::string>{"TEXT: The IPC/JEDEC file " + r.s.sIPCFiles(1) + " could not be found.",
-                                      "TEXT: Finished reading data history file.",
-                                      "TEXT: Number of analyzed events = 0", "STATUS: Analysis did not complete successfully.",
-                                      "TEXT: Analysis requires at least 5 failed channels.",
-                                      "MSG: Analysis requires at least 5 failed channels."}));
+                                      "TEXT: Finished reading data history file.", "TEXT: Number of analyzed events = 0"}));
 }
 
 }  // namespace

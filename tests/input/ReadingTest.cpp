@@ -11,8 +11,9 @@ Reading::Reading() {
   s.bSoundStatus = false;
 }
 
-namespace {
-DataSetSettings SetupFor(const std::string& dataFile, bool dataCycles, bool ipcLimit) {
+void Reading::SetupFiles(const std::string& historyFile, const std::string& chSelFile, int16_t first, int16_t last,
+                         int16_t limit, bool dataCycles) {
+  dataFile = historyFile;
   DataSetSettings setup;
   setup.sDataFile = dataFile;
   setup.sDataID = "Board 7";
@@ -20,42 +21,24 @@ DataSetSettings SetupFor(const std::string& dataFile, bool dataCycles, bool ipcL
   setup.bIPCOccurrences = ipcLimit;
   setup.bDataCycles = dataCycles;
   setup.bTempCycles = !dataCycles;
-  return setup;
-}
-}  // namespace
-
-void Reading::Setup(const std::string& content, int16_t first, int16_t last, int16_t limit, bool dataCycles) {
-  SetupWithRange(dir.Write("run.txt", content), first, last, limit, dataCycles);
-}
-
-void Reading::SetupWithRange(const std::string& historyFile, int16_t first, int16_t last, int16_t limit,
-                             bool dataCycles) {
-  dataFile = historyFile;
-  DataSetSettings setup = SetupFor(dataFile, dataCycles, ipcLimit);
-  setup.bFirstLastCh = true;
+  setup.bChSelFile = !chSelFile.empty();
+  setup.sChSelFile = chSelFile;
+  setup.bFirstLastCh = chSelFile.empty();
   modTarvenix::CheckSetupEntries(s, ui, setup, first, last, limit, iErr);
 }
 
-void Reading::SetupWithFile(const std::string& content, const std::string& chSel, int16_t limit, bool dataCycles) {
-  SetupFromFiles(dir.Write("run.txt", content), dir.Write("sel.txt", chSel), limit, dataCycles);
+void Reading::Setup(const std::string& content, int16_t first, int16_t last, int16_t limit, bool dataCycles) {
+  SetupFiles(dir.Write("run.txt", content), "", first, last, limit, dataCycles);
 }
 
-void Reading::SetupFromFiles(const std::string& historyFile, const std::string& chSelFile, int16_t limit,
-                             bool dataCycles) {
-  dataFile = historyFile;
-  DataSetSettings setup = SetupFor(dataFile, dataCycles, ipcLimit);
-  setup.bChSelFile = true;
-  setup.sChSelFile = chSelFile;
-  modTarvenix::CheckSetupEntries(s, ui, setup, 0, 0, limit, iErr);
+void Reading::SetupWithFile(const std::string& content, const std::string& chSel, int16_t limit, bool dataCycles) {
+  SetupFiles(dir.Write("run.txt", content), dir.Write("sel.txt", chSel), 0, 0, limit, dataCycles);
 }
 
 void Reading::SetupIpc(const std::string& eventArray, int16_t first, int16_t last, bool dataCycles) {
   ipcLimit = true;
-  dataFile = dir.File("run.txt");
   dir.Write("run.ipc", eventArray);
-  DataSetSettings setup = SetupFor(dataFile, dataCycles, ipcLimit);
-  setup.bFirstLastCh = true;
-  modTarvenix::CheckSetupEntries(s, ui, setup, first, last, 1, iErr);
+  SetupFiles(dir.File("run.txt"), "", first, last, 1, dataCycles);
 }
 
 void Reading::Read() { modTarvenix::ProcessData(s, ui, iErr); }
@@ -69,13 +52,6 @@ std::vector<int32_t> Reading::Cycles() const {
 std::vector<int32_t> Reading::Counts() const {
   std::vector<int32_t> v;
   for (int i = 1; i <= s.iNumEvents(1); ++i) v.push_back(s.vEventCount(1, i));
-  return v;
-}
-
-std::vector<int> Reading::Selected() const {
-  std::vector<int> v;
-  for (int ch = 0; ch <= kMaxChannels; ++ch)
-    if (s.iChSelected(ch)) v.push_back(ch);
   return v;
 }
 

@@ -21,14 +21,15 @@ struct Reading {
   bool ipcLimit = false;
 
   Reading();
-  // Writes the data history file and checks the setup of data set 1 with the
-  // channel range first..last, the occurrence limit and the analysis kind.
+  // Checks the setup of data set 1 with files already written: the channel
+  // selection file when one is named, else the channel range first..last; the
+  // occurrence limit and the analysis kind.
+  void SetupFiles(const std::string& historyFile, const std::string& chSelFile, int16_t first, int16_t last,
+                  int16_t limit, bool dataCycles);
+  // The same writing the data history file, with the channel range.
   void Setup(const std::string& content, int16_t first, int16_t last, int16_t limit, bool dataCycles);
-  void SetupWithRange(const std::string& historyFile, int16_t first, int16_t last, int16_t limit, bool dataCycles);
-  // The same with a channel selection file instead of a range.
+  // The same writing a channel selection file too, instead of the range.
   void SetupWithFile(const std::string& content, const std::string& chSel, int16_t limit, bool dataCycles);
-  // The same with files already written.
-  void SetupFromFiles(const std::string& historyFile, const std::string& chSelFile, int16_t limit, bool dataCycles);
   // The IPC/JEDEC limit with the channel range first..last: writes the event
   // array file beside a data history file that does not exist (the limit reads
   // only the event array).
@@ -38,7 +39,6 @@ struct Reading {
   // Rows 1..iNumEvents of the data set's failure data.
   std::vector<int32_t> Cycles() const;
   std::vector<int32_t> Counts() const;
-  std::vector<int> Selected() const;
   // The calls to the UI port from the first that contains `from` on.
   std::vector<std::string> CallsFrom(const std::string& from) const;
 };

@@ -8,80 +8,36 @@
 namespace tarvenix::test {
 namespace {
 
-using sim::CycleLines;
 using sim::SimOptions;
-
-struct RoundTrip {
-  const char* what;
-  SimOptions options;
-  int16_t limit;
-  bool dataCycles;
-};
-
-SimOptions Options(int channels, CycleLines lines, uint64_t seed) {
-  SimOptions o;
-  o.channels = channels;
-  o.cycleLines = lines;
-  o.seed = seed;
-  return o;
-}
-
-template <typename F>
-SimOptions With(SimOptions o, F change) {
-  change(o);
-  return o;
-}
+constexpr auto kTemp = sim::CycleLines::Temperature;
+constexpr auto kMech = sim::CycleLines::Mechanical;
 
 TEST(SimulatedTest, TheReaderFindsTheFailureCyclesTheSimulatorPlanted) {
-  const RoundTrip cases[] = {
-      {"32 channels, data cycles, first events", Options(32, CycleLines::Temperature, 1), 1, true},
-      {"32 channels, data cycles, third events", Options(32, CycleLines::Temperature, 2), 3, true},
-      {"32 channels, temperature cycles", With(Options(32, CycleLines::Temperature, 3), [](SimOptions& o) {
-         o.dataPerCycle = 4;
-       }), 2, false},
+  const struct RoundTrip {
+    const char* what;
+    SimOptions options;
+    int16_t limit;
+    bool dataCycles;
+  } cases[] = {
+      {"32 channels, data cycles, first events", {.channels = 32, .seed = 1, .cycleLines = kTemp}, 1, true},
+      {"32 channels, data cycles, third events", {.channels = 32, .seed = 2, .cycleLines = kTemp}, 3, true},
+      {"32 channels, temperature cycles", {.channels = 32, .seed = 3, .cycleLines = kTemp, .dataPerCycle = 4}, 2, false},
       {"mechanical cycles counted from START:/TSTART:",
-       With(Options(40, CycleLines::Mechanical, 4),
-            [](SimOptions& o) {
-              o.dataPerCycle = 2;
-              o.start = o.tstart = 500;
-              o.startHeader = o.tstartHeader = true;
-            }),
+       {.channels = 40, .seed = 4, .cycleLines = kMech, .dataPerCycle = 2, .start = 500, .tstart = 500,
+        .startHeader = true, .tstartHeader = true},
        1, false},
-      {"1024 channels, long lines wrapped, LF ends", With(Options(1024, CycleLines::Temperature, 5),
-                                                          [](SimOptions& o) {
-                                                            o.eta = 60;
-                                                            o.cycles = 200;
-                                                            o.lineEnd = "\n";
-                                                            o.noise = 2;
-                                                          }),
-       2, true},
+      {"1024 channels, long lines wrapped, LF ends",
+       {.channels = 1024, .cycles = 200, .eta = 60, .seed = 5, .cycleLines = kTemp, .noise = 2, .lineEnd = "\n"}, 2,
+       true},
       {"channels 1000 to 1024, CR ends, one entry a line",
-       With(Options(25, CycleLines::Temperature, 6),
-            [](SimOptions& o) {
-              o.firstChannel = 1000;
-              o.lineEnd = "\r";
-              o.wrap = 13;
-            }),
-       1, false},
-      {"every channel fails", With(Options(16, CycleLines::None, 7), [](SimOptions& o) { o.eta = 50; }), 1, true},
-      {"failed channels keep reporting, limit 3", With(Options(32, CycleLines::Temperature, 9),
-                                                       [](SimOptions& o) {
-                                                         o.keepReporting = 80;
-                                                         o.eta = 100;
-                                                         o.cycles = 2000;
-                                                       }),
-       3, false},
+       {.channels = 25, .firstChannel = 1000, .seed = 6, .cycleLines = kTemp, .lineEnd = "\r", .wrap = 13}, 1, false},
+      {"every channel fails", {.channels = 16, .eta = 50, .seed = 7}, 1, true},
+      {"failed channels keep reporting, limit 3",
+       {.channels = 32, .cycles = 2000, .eta = 100, .seed = 9, .keepReporting = 80, .cycleLines = kTemp}, 3, false},
       {"failed channels keep reporting, the repeated number 999 counts once",
-       With(Options(32, CycleLines::Temperature, 10),
-            [](SimOptions& o) {
-              o.keepReporting = 80;
-              o.eta = 100;
-              o.cycles = 2000;
-            }),
-       999, true},
-      {"first-cycle failures ignored", With(Options(32, CycleLines::Temperature, 8),
-                                            [](SimOptions& o) { o.firstCycleFailures = 3; }),
-       1, true},
+       {.channels = 32, .cycles = 2000, .eta = 100, .seed = 10, .keepReporting = 80, .cycleLines = kTemp}, 999, true},
+      {"first-cycle failures ignored", {.channels = 32, .seed = 8, .cycleLines = kTemp, .firstCycleFailures = 3}, 1,
+       true},
   };
   for (const RoundTrip& c : cases) {
     const sim::SimTest planned = sim::PlanTest(c.options);
@@ -89,7 +45,7 @@ TEST(SimulatedTest, TheReaderFindsTheFailureCyclesTheSimulatorPlanted) {
     sim::WriteHistoryFile(c.options, planned, r.dir.File("run.txt"));
     sim::WriteChannelSelectionFile(c.options, planned, r.dir.File("sel.txt"));
     r.ui.firstCycleAnswers.push_back(true);
-    r.SetupFromFiles(r.dir.File("run.txt"), r.dir.File("sel.txt"), c.limit, c.dataCycles);
+    r.SetupFiles(r.dir.File("run.txt"), r.dir.File("sel.txt"), 0, 0, c.limit, c.dataCycles);
     r.Read();
 
     std::vector<int64_t> expected =
@@ -134,11 +90,8 @@ void GroupFailures(const std::vector<int64_t>& failures, int groupSize, std::vec
 }
 
 TEST(SimulatedTest, TheIpcJedecRuleFindsTheFailuresBehindTheNoise) {
-  const SimOptions noisyTemperature = With(Options(64, CycleLines::Temperature, 11), [](SimOptions& o) {
-    o.dataPerCycle = 3;
-    o.ipcNoise = 1;
-    o.eta = 900;
-  });
+  const SimOptions noisyTemperature = {.channels = 64, .eta = 900, .seed = 11, .cycleLines = kTemp, .dataPerCycle = 3,
+                                       .ipcNoise = 1};
   struct Case {
     const char* what;
     SimOptions options;
@@ -147,31 +100,16 @@ TEST(SimulatedTest, TheIpcJedecRuleFindsTheFailuresBehindTheNoise) {
       {"temperature cycles, a noise event before many failures", noisyTemperature, false},
       {"the same counted in data cycles", noisyTemperature, true},
       {"mechanical cycles, up to seven noise events",
-       With(Options(48, CycleLines::Mechanical, 12), [](SimOptions& o) {
-         o.ipcNoise = 7;
-         o.eta = 1500;
-         o.cycles = 2000;
-       }),
-       false},
-      {"counted from START:/TSTART:", With(Options(40, CycleLines::Mechanical, 13),
-                                             [](SimOptions& o) {
-                                               o.ipcNoise = 3;
-                                               o.eta = 800;
-                                               o.dataPerCycle = 2;
-                                               o.start = o.tstart = 500;
-                                               o.startHeader = o.tstartHeader = true;
-                                             }),
+       {.channels = 48, .cycles = 2000, .eta = 1500, .seed = 12, .cycleLines = kMech, .ipcNoise = 7}, false},
+      {"counted from START:/TSTART:",
+       {.channels = 40, .eta = 800, .seed = 13, .cycleLines = kMech, .dataPerCycle = 2, .start = 500, .tstart = 500,
+        .startHeader = true, .tstartHeader = true, .ipcNoise = 3},
        true},
       {"first-cycle failures ignored, ties in temperature cycles",
-       With(Options(1024, CycleLines::Temperature, 14),
-            [](SimOptions& o) {
-              o.firstCycleFailures = 4;
-              o.dataPerCycle = 10;
-              o.eta = 2000;
-              o.ipcNoise = 1;
-            }),
+       {.channels = 1024, .eta = 2000, .seed = 14, .cycleLines = kTemp, .dataPerCycle = 10, .firstCycleFailures = 4,
+        .ipcNoise = 1},
        false},
-      {"every channel fails", With(Options(20, CycleLines::Temperature, 15), [](SimOptions& o) { o.eta = 100; }), true},
+      {"every channel fails", {.channels = 20, .eta = 100, .seed = 15, .cycleLines = kTemp}, true},
   };
   for (Case& c : cases) {
     c.options.ipc = true;
@@ -183,7 +121,7 @@ TEST(SimulatedTest, TheIpcJedecRuleFindsTheFailuresBehindTheNoise) {
     sim::WriteEventArrayFile(c.options, planned, sim::EventArrayPath(history));
     sim::WriteChannelSelectionFile(c.options, planned, r.dir.File("sel.txt"));
     r.ui.firstCycleAnswers.push_back(true);
-    r.SetupFromFiles(history, r.dir.File("sel.txt"), 1, c.dataCycles);
+    r.SetupFiles(history, r.dir.File("sel.txt"), 0, 0, 1, c.dataCycles);
     r.Read();
 
     const std::vector<int64_t> all = sim::ExpectedIpcFailureCycles(c.options, planned, c.dataCycles, false);
@@ -202,21 +140,22 @@ TEST(SimulatedTest, TheIpcJedecRuleFindsTheFailuresBehindTheNoise) {
     EXPECT_EQ(r.s.iGroupSize(1), groupSize) << c.what;
     EXPECT_EQ(r.Cycles(), cycles) << c.what;
     EXPECT_EQ(r.Counts(), counts) << c.what;
-    EXPECT_EQ(r.s.iCycleType, c.options.cycleLines == CycleLines::Mechanical ? 2 : 1) << c.what;
+    EXPECT_EQ(r.s.iCycleType, c.options.cycleLines == kMech ? 2 : 1) << c.what;
     EXPECT_EQ(r.CallsFrom("FIRSTCYCLE").empty(), all.size() == failures.size()) << c.what;
   }
 }
 
 TEST(SimulatedTest, ASeedGivesTheSameFileEveryTime) {
   TempDir dir;
-  SimOptions o = Options(64, CycleLines::Temperature, 42);
-  o.noise = 1;
-  sim::WriteHistoryFile(o, sim::PlanTest(o), dir.File("a.txt"));
-  sim::WriteHistoryFile(o, sim::PlanTest(o), dir.File("b.txt"));
+  SimOptions o = {.channels = 64, .seed = 42, .cycleLines = kTemp, .noise = 1};
+  const auto write = [&](const char* name) {
+    sim::WriteHistoryFile(o, sim::PlanTest(o), dir.File(name));
+    return ReadAll(dir.File(name));
+  };
+  const std::string first = write("a.txt");
+  EXPECT_EQ(write("b.txt"), first);
   o.seed = 43;
-  sim::WriteHistoryFile(o, sim::PlanTest(o), dir.File("c.txt"));
-  EXPECT_EQ(ReadAll(dir.File("a.txt")), ReadAll(dir.File("b.txt")));
-  EXPECT_NE(ReadAll(dir.File("a.txt")), ReadAll(dir.File("c.txt")));
+  EXPECT_NE(write("c.txt"), first);
 }
 
 }  // namespace

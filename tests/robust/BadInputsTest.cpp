@@ -49,28 +49,22 @@ std::string Refusal(int line, const std::string& reason) {
          "\r\r" + reason;
 }
 
-// Ten channels, eight of which fail at their first event, one a cycle.
-std::vector<std::string> EightOfTen() {
+// Ten channels, eight of which fail at their first event, one a cycle; with
+// `tempJunk`, a temperature cycle line ending in it after each cycle's events.
+std::vector<std::string> EightOfTen(const char* tempJunk = nullptr) {
   std::vector<std::string> lines = {"Vorlantic Data History File"};
   int cycle = 10;
   for (int ch : {3, 1, 7, 2, 9, 4, 5, 8}) {
     lines.push_back(DataCycleLine(cycle));
     lines.push_back(EventLine(1, {ch}));
+    if (tempJunk) lines.push_back(TempLine(std::to_string(cycle) + ".0" + tempJunk));
     cycle += 10;
   }
   return lines;
 }
-
-// The same with a temperature cycle line after each data cycle's events.
-std::vector<std::string> EightOfTenInTemperatureCycles(const std::string& junk) {
-  std::vector<std::string> lines;
-  int cycle = 2;
-  for (int ch : {3, 1, 7, 2, 9, 4, 5, 8}) {
-    lines.push_back(DataCycleLine(cycle));
-    lines.push_back(EventLine(1, {ch}));
-    lines.push_back(TempLine(std::to_string(cycle) + ".0" + junk));
-    cycle += 2;
-  }
+std::vector<std::string> EightOfTenAnd(const std::string& line) {
+  std::vector<std::string> lines = EightOfTen();
+  lines.push_back(line);
   return lines;
 }
 
@@ -87,6 +81,12 @@ struct Desk {
   // occurrence limit 1, data cycles.
   DataSetSettings Entries(const std::string& dataFile) const { return RangeSetup("bad input", dataFile); }
   DataSetSettings History(const std::string& content) { return Entries(dir.Write("run.txt", content)); }
+  DataSetSettings TempHistory(const std::string& content) {
+    DataSetSettings c = History(content);
+    c.bDataCycles = false;
+    c.bTempCycles = true;
+    return c;
+  }
   DataSetSettings ChannelFile(const std::string& content) {
     DataSetSettings c = History(Lines(EightOfTen()));
     c.bFirstLastCh = false;
@@ -110,6 +110,13 @@ struct Desk {
     FinishUpResult r = setup::FinishUp(s, ui, SetupMode::Add, c);
     if (!r.accepted) setup::CancelSetup(s, ui);
     return r;
+  }
+
+  // The program carries on: the next data set is read and analysed as usual.
+  bool AnalysesTheNextDataSet() {
+    ui = RecordingUi();
+    Add(History(Lines(EightOfTen())));
+    return !ui.statuses.empty() && ui.statuses.back() == kComplete && ui.messages.empty();
   }
 
   // The messages and results lines with the row's file named "{file}".
@@ -190,20 +197,10 @@ TEST(BadInputs, DataHistoryFiles) {
          return c;
        },
        {}, kComplete, "Number of analyzed events = 1024"},
-      {"an occurrence number \"ab:\"",
-       [](Desk& d) {
-         std::vector<std::string> lines = EightOfTen();
-         lines.push_back("ab:::  10:O.");
-         return d.History(Lines(lines));
-       },
-       {}, kComplete, "Number of analyzed events = 8"},
-      {"an entry \"abc.\"",
-       [](Desk& d) {
-         std::vector<std::string> lines = EightOfTen();
-         lines.push_back("001::abc:O.");
-         return d.History(Lines(lines));
-       },
-       {}, kComplete, "Number of analyzed events = 8"},
+      {"an occurrence number \"ab:\"", [](Desk& d) { return d.History(Lines(EightOfTenAnd("ab:::  10:O."))); }, {},
+       kComplete, "Number of analyzed events = 8"},
+      {"an entry \"abc.\"", [](Desk& d) { return d.History(Lines(EightOfTenAnd("001::abc:O."))); }, {}, kComplete,
+       "Number of analyzed events = 8"},
       {"a \"Cycle #\" with no number",
        [](Desk& d) {
          std::vector<std::string> lines = EightOfTen();
@@ -215,20 +212,10 @@ TEST(BadInputs, DataHistoryFiles) {
        [](Desk& d) { return d.History(Lines({DataCycleLine(4294967296LL), EventLine(1, {1})})); },
        {ReaderBox(6, "Overflow")}, kReading, ""},
       {"\"T =\" lines with junk after position 34",
-       [](Desk& d) {
-         DataSetSettings c = d.History(Lines(EightOfTenInTemperatureCycles(" C  ramp 3/4 #%&")));
-         c.bDataCycles = false;
-         c.bTempCycles = true;
-         return c;
-       },
-       {}, kComplete, "Number of analyzed events = 8"},
+       [](Desk& d) { return d.TempHistory(Lines(EightOfTen(" C  ramp 3/4 #%&"))); }, {}, kComplete,
+       "Number of analyzed events = 8"},
       {"a \"T =\" line whose count passes 32 bits",
-       [](Desk& d) {
-         DataSetSettings c = d.History(Lines({DataCycleLine(4), EventLine(1, {1}), TempLine("9E99")}));
-         c.bDataCycles = false;
-         c.bTempCycles = true;
-         return c;
-       },
+       [](Desk& d) { return d.TempHistory(Lines({DataCycleLine(4), EventLine(1, {1}), TempLine("9E99")})); },
        {ReaderBox(6, "Overflow")}, kReading, ""},
       {"a folder instead of the file", [](Desk& d) { return d.Entries(d.dir.Path()); },
        {setup::kDataFileMissing}, "", ""},
@@ -241,12 +228,7 @@ TEST(BadInputs, DataHistoryFiles) {
     if (!row.resultsLine.empty()) {
       EXPECT_TRUE(d.ResultsHold(row.resultsLine)) << row.input;
     }
-
-    // The program carries on: the next data set is read and analysed as usual.
-    d.ui = RecordingUi();
-    d.Add(d.History(Lines(EightOfTen())));
-    EXPECT_EQ(d.ui.statuses.back(), kComplete) << "after " << row.input;
-    EXPECT_TRUE(d.ui.messages.empty()) << "after " << row.input;
+    EXPECT_TRUE(d.AnalysesTheNextDataSet()) << "after " << row.input;
   }
 }
 
@@ -283,10 +265,7 @@ TEST(BadInputs, ChannelSelectionFiles) {
     EXPECT_FALSE(d.Add(row.enter(d)).accepted) << row.input;
     EXPECT_EQ(d.Messages(), row.messages) << row.input;
     EXPECT_TRUE(d.ui.statuses.empty()) << row.input << ": nothing was read";
-
-    d.ui = RecordingUi();
-    d.Add(d.History(Lines(EightOfTen())));
-    EXPECT_EQ(d.ui.statuses.back(), kComplete) << "after " << row.input;
+    EXPECT_TRUE(d.AnalysesTheNextDataSet()) << "after " << row.input;
   }
 }
 
@@ -320,6 +299,7 @@ TEST(BadInputs, EventArrayFiles) {
       EXPECT_TRUE(d.ResultsHold(row.resultsLine)) << row.input;
     }
     EXPECT_FALSE(d.ResultsHold("Finished reading data history file.")) << row.input;
+    EXPECT_TRUE(d.AnalysesTheNextDataSet()) << "after " << row.input;
   }
 }
 
