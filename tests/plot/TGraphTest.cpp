@@ -237,12 +237,9 @@ TEST(WeibullPaper, LargePlotAtSevenTenthsOfTheScreenEitherWay) {
     double w, h;
     bool large;
   } cases[] = {
-      {1344, 100, true},   // exactly 0.7 of 1920
-      {1343, 755, false},  // just below in both
-      {100, 756, true},    // exactly 0.7 of 1080
-      {1920, 1080, true},
-      {640, 480, false},
-      {1200, 900, true},
+      {1344, 100, true}, {100, 756, true},  // exactly 0.7 of 1920, of 1080
+      {1343, 755, false},                   // just below in both
+      {1920, 1080, true}, {640, 480, false}, {1200, 900, true},
   };
   for (const Case& c : cases) EXPECT_EQ(IsLargePlot(c.w, c.h, 1920, 1080), c.large) << c.w << "x" << c.h;
 }
