@@ -31,22 +31,19 @@ TEST(DisplayData, PrefixesTheStoredTextsSoASecondCallDoublesThem) {
 }
 
 TEST(DisplayError, ShortCodesGoToTheResultsBoxAndANotice) {
-  struct Case {
-    int16_t code;
-    const char* message;
-  } cases[] = {
+  const std::pair<int16_t, std::string> cases[] = {
       {2, "Channels with first temperature or mechanical cycle  events cannot be analyzed."},
       {4, "Analysis cannot be performed on fewer than 5 channels."},
   };
-  for (const Case& c : cases) {
+  for (const auto& [code, message] : cases) {
     Session s;
     RecordingUi ui;
     s.iMinFailures = 5;
     s.bDataCycles = false;
-    DisplayError(s, ui, c.code, 0, 0);
-    std::vector<std::string> expected = {"STATUS: Analysis did not complete successfully.",
-                                         std::string("TEXT: ") + c.message, std::string("MSG: ") + c.message};
-    EXPECT_EQ(ui.calls, expected) << c.code;
+    DisplayError(s, ui, code, 0, 0);
+    std::vector<std::string> expected = {"STATUS: Analysis did not complete successfully.", "TEXT: " + message,
+                                         "MSG: " + message};
+    EXPECT_EQ(ui.calls, expected) << code;
     EXPECT_EQ(ui.messages[0].icon, MessageIcon::Exclamation);
   }
 }

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -129,22 +128,19 @@ TEST(AnalyzeData, StoredSinglesDecideTheLastDigit) {
 }
 
 TEST(SurvivalFraction, UsesTheCumulativeCountAndEveryChannel) {
-  struct Case {
-    int16_t method;
-    std::vector<double> expected;
-  } cases[] = {
+  const std::pair<int16_t, std::vector<double>> cases[] = {
       {unadjusted, {1 - 1 / 10.0, 1 - 3 / 10.0, 1 - 4 / 10.0}},
       {mean, {1 - 1 / 11.0, 1 - 3 / 11.0, 1 - 4 / 11.0}},
       {median, {1 - 0.7 / 10.4, 1 - 2.7 / 10.4, 1 - 3.7 / 10.4}},
       {3, {0, 0, 0}},
   };
-  for (const Case& c : cases) {
+  for (const auto& [method, expected] : cases) {
     Session s;
     LoadFailurePoints(s, 2, 10, {{100, 1}, {200, 3}, {400, 4}});
-    s.iFractionType() = c.method;
+    s.iFractionType() = method;
     for (int16_t i = 1; i <= 3; ++i)
-      EXPECT_EQ(SurvivalFraction(s, i), static_cast<float>(c.expected[static_cast<std::size_t>(i - 1)]))
-          << c.method << " point " << i;
+      EXPECT_EQ(SurvivalFraction(s, i), static_cast<float>(expected[static_cast<std::size_t>(i - 1)]))
+          << method << " point " << i;
   }
 }
 

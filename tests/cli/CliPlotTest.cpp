@@ -4,6 +4,7 @@
 
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QImage>
@@ -68,21 +69,18 @@ TEST(CliPlot, WritesEachFormatAtTheAskedSize) {
 }
 
 TEST(CliPlot, BadPlotOptionsAreUsageErrors) {
-  struct Case {
-    std::vector<std::string> args;
-    std::string message;
-  } cases[] = {
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{"--plot", "weibull.gif"}, "--plot takes a file name ending in .png, .bmp, .jpg, .svg or .pdf, not 'weibull.gif'"},
       {{"--plot-size", "63x480"}, "--plot-size takes WIDTHxHEIGHT with each side from 64 to 8000 pixels, not '63x480'"},
       {{"--plot-size", "640*480"}, "--plot-size takes WIDTHxHEIGHT with each side from 64 to 8000 pixels, not '640*480'"},
       {{"--plot-size", "640x-480"}, "--plot-size takes WIDTHxHEIGHT with each side from 64 to 8000 pixels, not '640x-480'"},
   };
-  for (const Case& c : cases) {
+  for (const auto& [plotArgs, message] : cases) {
     PlotRun r;
-    std::vector<std::string> args = c.args;
+    std::vector<std::string> args = plotArgs;
     args.insert(args.end(), {"--data", r.data, "--channels", "1-16"});
     EXPECT_EQ(r.Run(args), kExitUsage);
-    EXPECT_EQ(r.err.str().substr(0, r.err.str().find('\n')), "tarvenix-cli: " + c.message);
+    EXPECT_EQ(r.err.str().substr(0, r.err.str().find('\n')), "tarvenix-cli: " + message);
   }
 }
 

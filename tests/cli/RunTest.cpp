@@ -116,21 +116,18 @@ TEST(CliRun, ARefusedEntryStopsTheRunAsCancelWouldAndTheReportCoversWhatWasLoade
 }
 
 TEST(CliRun, EntriesTheDialogWouldRefuse) {
-  struct Case {
-    std::vector<std::string> options;
-    std::vector<std::string> errTail;
-  } cases[] = {
+  const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {  // {options, standard error}
       {{}, {"MESSAGE: The entry for first channel is invalid."}},
       {{"--channels", "12"}, {"MESSAGE: The entry for last channel is invalid."}},
       {{"--channels", "1-11", "--limit", "70000"}, {"MESSAGE: Error in frmTarvenixSetup.FinishUp - Error #6  Overflow", ""}},
   };
-  for (const Case& c : cases) {
+  for (const auto& [options, err] : cases) {
     CliRun r;
     std::vector<std::string> args = {"--data", r.dir.Write("one.txt", kTenOfEleven)};
-    args.insert(args.end(), c.options.begin(), c.options.end());
+    args.insert(args.end(), options.begin(), options.end());
     r.Run(args);
-    EXPECT_EQ(r.status, kExitIncomplete) << testing::PrintToString(c.options);
-    EXPECT_EQ(r.ErrLines(), c.errTail) << testing::PrintToString(c.options);
+    EXPECT_EQ(r.status, kExitIncomplete) << testing::PrintToString(options);
+    EXPECT_EQ(r.ErrLines(), err) << testing::PrintToString(options);
     EXPECT_EQ(r.out.str(), "");
   }
 }
@@ -149,19 +146,17 @@ std::vector<std::pair<int32_t, int32_t>> ReportRows(const std::string& report) {
 }
 
 TEST(CliRun, TheIpcJedecLimitRecoversASimulatedTestsFailures) {
-  struct Case {
-    sim::CycleLines lines;
-    const char* cycles;
-  } cases[] = {{sim::CycleLines::Temperature, "temp"}, {sim::CycleLines::Mechanical, "data"}};
-  for (const Case& c : cases) {
+  const std::pair<sim::CycleLines, std::string> cases[] = {{sim::CycleLines::Temperature, "temp"},
+                                                          {sim::CycleLines::Mechanical, "data"}};
+  for (const auto& [lines, cycles] : cases) {
     sim::SimOptions o;
     o.channels = 40;
     o.cycles = 1500;
     o.eta = 900;
     o.dataPerCycle = 2;
-    o.cycleLines = c.lines;
+    o.cycleLines = lines;
     o.ipc = true;
-    o.ipcNoise = sim::MaxIpcNoise(c.lines);
+    o.ipcNoise = sim::MaxIpcNoise(lines);
     o.firstCycleFailures = 2;
     o.seed = 21;
     const sim::SimTest planned = sim::PlanTest(o);
@@ -172,18 +167,17 @@ TEST(CliRun, TheIpcJedecLimitRecoversASimulatedTestsFailures) {
     sim::WriteChannelSelectionFile(o, planned, r.dir.File("board-channels.txt"));
     const std::string report = r.dir.File("analysis.txt");
     r.Run({"--report", report, "--ignore-first-cycles", "yes", "--data", history, "--chsel",
-           r.dir.File("board-channels.txt"), "--cycles", c.cycles, "--ipc"});
-    EXPECT_EQ(r.status, kExitComplete) << c.cycles << "\n" << r.err.str();
+           r.dir.File("board-channels.txt"), "--cycles", cycles, "--ipc"});
+    EXPECT_EQ(r.status, kExitComplete) << cycles << "\n" << r.err.str();
 
-    const bool dataCycles = std::string(c.cycles) == "data";
-    const std::vector<int64_t> failures = sim::ExpectedIpcFailureCycles(o, planned, dataCycles, true);
+    const std::vector<int64_t> failures = sim::ExpectedIpcFailureCycles(o, planned, cycles == "data", true);
     std::vector<std::pair<int32_t, int32_t>> expected;  // a row per cycle, with the count so far
     for (std::size_t i = 0; i < failures.size(); ++i)
       if (i + 1 == failures.size() || failures[i + 1] != failures[i])
         expected.emplace_back(static_cast<int32_t>(i + 1), static_cast<int32_t>(failures[i]));
     ASSERT_GE(expected.size(), 5u);
     ASSERT_LT(failures.size(), 38u) << "some channels must survive";
-    EXPECT_EQ(ReportRows(ReadAll(report)), expected) << c.cycles;
+    EXPECT_EQ(ReportRows(ReadAll(report)), expected) << cycles;
     EXPECT_TRUE(Has(r.OutLines(), "Occurrence limit to be considered: IPC/JEDEC Limit"));
     EXPECT_TRUE(Has(r.OutLines(), "Channels failed under the IPC/JEDEC rule = " + std::to_string(failures.size())));
   }

@@ -66,10 +66,7 @@ bool ColourNear(const QImage& image, int x, int y, QRgb colour) {
 
 // Scheme 3, the monochrome print, draws every data set black.
 TEST(WeibullPainter, PointsAndLinesAreWhereTheGeometrySaysInTheirColours) {
-  struct Case {
-    QSize size;
-    int scheme;
-  } cases[] = {{QSize(1200, 900), 6}, {QSize(640, 480), 6}, {QSize(1200, 900), 3}};
+  const std::pair<QSize, int> cases[] = {{QSize(1200, 900), 6}, {QSize(640, 480), 6}, {QSize(1200, 900), 3}};
   for (const auto& [size, scheme] : cases) {
     Plot plot(5, scheme, size.width() >= 1200);
     std::string warning;
@@ -118,18 +115,15 @@ TEST(WeibullPainter, ProbabilityRowsAreSilverAndTheirLabelsLeftOfThePaper) {
 }
 
 TEST(WeibullPainter, AnySizeAndBrokenDataPaintWithoutFailing) {
-  struct Case {
-    QSize size;
-    bool zeroBeta;
-  } cases[] = {{{1, 1}, false}, {{40, 30}, false}, {{200, 150}, true}, {{3000, 2250}, false}, {{1200, 900}, true}};
-  for (const Case& c : cases) {
+  const std::pair<QSize, bool> cases[] = {
+      {{1, 1}, false}, {{40, 30}, false}, {{200, 150}, true}, {{3000, 2250}, false}, {{1200, 900}, true}};
+  for (const auto& [size, zeroBeta] : cases) {
     Plot plot(2);
-    if (c.zeroBeta) {
+    if (zeroBeta) {
       plot.s.sngBeta(2) = 0;
       plot.g.bPlotReady = true;
     }
-    QImage image = RenderChartImage(plot.s, plot.g, plot.chart, c.size);
-    EXPECT_EQ(image.size(), c.size);
+    EXPECT_EQ(RenderChartImage(plot.s, plot.g, plot.chart, size).size(), size);
   }
 }
 

@@ -95,11 +95,6 @@ TEST(WeibullPaper, CyclesAxisSpansTheDecadesOfEveryLine) {
     EXPECT_FLOAT_EQ(b.g.sngDecadeWidth, 800.0f / c.decades) << c.what;
     EXPECT_NEAR(b.g.sngLineLowX(1), c.low, c.low * 1e-5) << c.what;
     EXPECT_NEAR(b.g.sngLineHighX(1), c.high, c.high * 1e-5) << c.what;
-    const ChartAxis& axis = b.chart.axes[kAxisBottom];
-    EXPECT_TRUE(axis.logarithmic && !axis.automatic);
-    EXPECT_DOUBLE_EQ(axis.minimum, std::pow(10.0, c.lowDecade)) << c.what;
-    EXPECT_DOUBLE_EQ(axis.maximum, std::pow(10.0, c.lowDecade + c.decades)) << c.what;
-    EXPECT_EQ(axis.labelFormat, "0E-0");
   }
 }
 
@@ -150,13 +145,11 @@ TEST(WeibullPaper, LineRunsThroughN50InN50ModeAndStraightInN63Mode) {
 }
 
 TEST(WeibullPaper, ADataSetWithoutVisiblePointsStopsTheDrawingWithAWarning) {
-  struct Case {
-    std::vector<std::pair<double, double>> points;
-  } cases[] = {{{{1000, 99.9}, {1200, 99.8}}}, {{{1000, 1}, {1100, 1.5}}}, {{}}};
-  for (const Case& c : cases) {
+  const std::vector<std::pair<double, double>> pointSets[] = {{{1000, 99.9}, {1200, 99.8}}, {{1000, 1}, {1100, 1.5}}, {}};
+  for (const auto& points : pointSets) {
     Built b;
     SetDataSet(b.s, 1, 2, 1000, {{1000, 50}});
-    SetDataSet(b.s, 2, 2, 1000, c.points);
+    SetDataSet(b.s, 2, 2, 1000, points);
     SetDataSet(b.s, 3, 2, 1000, {{1000, 50}});
     b.Build();
     WeibullDrawing d = DrawWeibullData(b.s, b.g, b.chart);
