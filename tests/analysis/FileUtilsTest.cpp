@@ -92,18 +92,13 @@ TEST(AtomicWrite, ReplacesWholeKeepsALinkAndLeavesNoTemporaryFiles) {
 TEST(OutputFiles, OutputReplacesOnCloseAppendAdds) {
   TempDir dir;
   std::string p = dir.Write("out.txt", "old");
-  {
-    auto f = VbFile::Open(FileMode::Output, p);
-    f->PrintLine(" 5");
-    EXPECT_EQ(ReadAll(p), "old") << "nothing is replaced before Close";
-    f->PrintLine(" 7");
-    f->Close();
-  }
+  auto f = VbFile::Open(FileMode::Output, p);
+  f->PrintLine(" 5");
+  EXPECT_EQ(ReadAll(p), "old") << "nothing is replaced before Close";
+  f->PrintLine(" 7");
+  f->Close();
   EXPECT_EQ(ReadAll(p), " 5\r\n 7\r\n");
-  {
-    auto f = VbFile::Open(FileMode::Output, p);
-    f->PrintLine("lost");
-  }  // never closed: the old file stays
+  VbFile::Open(FileMode::Output, p)->PrintLine("lost");  // never closed: the old file stays
   EXPECT_EQ(ReadAll(p), " 5\r\n 7\r\n");
   auto a = VbFile::Open(FileMode::Append, p);
   a->Print("x");

@@ -47,9 +47,7 @@ TEST(CliOptions, EachGroupStartsFromTheDefaults) {
   EXPECT_EQ(o.plotTitle, "Lot 7");
   ASSERT_EQ(o.dataSets.size(), 2u);
   const DataSetOptions& one = o.dataSets[0];
-  EXPECT_TRUE(one.tempCycles);
   EXPECT_EQ(one.occurrenceLimit, "+3");
-  EXPECT_TRUE(one.ipc);
   const DataSetOptions& two = o.dataSets[1];
   EXPECT_FALSE(two.id.has_value());
   EXPECT_EQ(two.chSelFile, "two.chs");
