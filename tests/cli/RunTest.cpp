@@ -30,6 +30,8 @@ struct CliRun {
   TempDir dir;
   std::ostringstream out, err;
   int status = -1;
+  const std::string one = dir.Write("one.txt", kTenOfEleven);  // the file most runs read
+  const std::string report = dir.File("analysis.txt");
 
   int Run(std::vector<std::string> args) {
     status = cli::Run(args, out, err);
@@ -37,6 +39,10 @@ struct CliRun {
   }
   std::vector<std::string> OutLines() const { return Split(out.str()); }
   std::vector<std::string> ErrLines() const { return Split(err.str()); }
+  std::vector<std::string> LastErrLines(std::size_t n) const {
+    std::vector<std::string> lines = ErrLines();
+    return {lines.end() - static_cast<std::ptrdiff_t>(std::min(n, lines.size())), lines.end()};
+  }
   static std::vector<std::string> Split(const std::string& text) {
     std::vector<std::string> lines;
     std::istringstream in(text);
@@ -58,13 +64,11 @@ std::vector<std::string> ReadingLines(const std::string& file, int set, const st
 // Figures: tools/reference/weibull_reference.py, data set "eleven".
 TEST(CliRun, AnalysesEachGroupInOrderAndWritesTheReport) {
   CliRun r;
-  const std::string one = r.dir.Write("one.txt", kTenOfEleven);
   const std::string two = r.dir.Write("two.txt", kThreeFail);
-  const std::string report = r.dir.File("analysis.txt");
-  r.Run({"--report", report, "--data", one, "--channels", "1-11", "--id", "Lot 7", "--data", two, "--channels",
+  r.Run({"--report", r.report, "--data", r.one, "--channels", "1-11", "--id", "Lot 7", "--data", two, "--channels",
          "1-8"});
   EXPECT_EQ(r.status, kExitIncomplete);
-  std::vector<std::string> expected = ReadingLines(one, 1, "Lot 7", "1 to 11");
+  std::vector<std::string> expected = ReadingLines(r.one, 1, "Lot 7", "1 to 11");
   expected.insert(expected.end(), {"Finished reading data history file.", "Number of analyzed events = 10",
                                    "BETA = 1.82   (90% confidence level: +/- 4.6%)",
                                    "N50 = 80   (90% confidence range:  60 to 105)", "R-squared =  0.99", ""});
@@ -78,15 +82,14 @@ TEST(CliRun, AnalysesEachGroupInOrderAndWritesTheReport) {
                               "STATUS: Analysis complete.", "STATUS: Reading history data file ...",
                               "STATUS: Working...", "STATUS: Analysis did not complete successfully.",
                               "MESSAGE: Analysis requires at least 5 failed channels."}));
-  const std::string text = ReadAll(report);
+  const std::string text = ReadAll(r.report);
   EXPECT_NE(text.find("\r\nData Set #1 - 'Lot 7' \r\n"), std::string::npos) << text;
   EXPECT_NE(text.find("\r\nData Set #2 - 'Data Set #2' \r\n"), std::string::npos) << text;
 }
 
 TEST(CliRun, GlobalOptionsChooseTheFiguresAndEveryDataSetCompletes) {
   CliRun r;
-  const std::string one = r.dir.Write("one.txt", kTenOfEleven);
-  r.Run({"--n63", "--confidence", "95", "--debug", "--data", one, "--channels", "1-11", "--data", one,
+  r.Run({"--n63", "--confidence", "95", "--debug", "--data", r.one, "--channels", "1-11", "--data", r.one,
          "--channels=1-11"});
   EXPECT_EQ(r.status, kExitComplete);
   const std::vector<std::string> lines = r.OutLines();
@@ -99,17 +102,12 @@ TEST(CliRun, GlobalOptionsChooseTheFiguresAndEveryDataSetCompletes) {
 
 TEST(CliRun, ARefusedEntryStopsTheRunAsCancelWouldAndTheReportCoversWhatWasLoaded) {
   CliRun r;
-  const std::string one = r.dir.Write("one.txt", kTenOfEleven);
-  const std::string report = r.dir.File("analysis.txt");
-  r.Run({"--report", report, "--data", one, "--channels", "1-11", "--data", one, "--channels", "9-3", "--data", one,
-         "--channels", "1-11"});
+  r.Run({"--report", r.report, "--data", r.one, "--channels", "1-11", "--data", r.one, "--channels", "9-3", "--data",
+         r.one, "--channels", "1-11"});
   EXPECT_EQ(r.status, kExitIncomplete);
-  const std::vector<std::string> err = r.ErrLines();
-  ASSERT_GE(err.size(), 2u);
-  EXPECT_EQ(std::vector<std::string>(err.end() - 2, err.end()),
-            (std::vector<std::string>{"MESSAGE: The first channel number may not be greater than or",
-                                      "equal to the last channel."}));
-  const std::string text = ReadAll(report);
+  EXPECT_EQ(r.LastErrLines(2), (std::vector<std::string>{"MESSAGE: The first channel number may not be greater than or",
+                                                         "equal to the last channel."}));
+  const std::string text = ReadAll(r.report);
   EXPECT_NE(text.find("Data Set #1 "), std::string::npos);
   EXPECT_EQ(text.find("Data Set #2"), std::string::npos) << "the third group never ran";
 }
@@ -122,7 +120,7 @@ TEST(CliRun, EntriesTheDialogWouldRefuse) {
   };
   for (const auto& [options, err] : cases) {
     CliRun r;
-    std::vector<std::string> args = {"--data", r.dir.Write("one.txt", kTenOfEleven)};
+    std::vector<std::string> args = {"--data", r.one};
     args.insert(args.end(), options.begin(), options.end());
     r.Run(args);
     EXPECT_EQ(r.status, kExitIncomplete) << testing::PrintToString(options);
@@ -164,8 +162,7 @@ TEST(CliRun, TheIpcJedecLimitRecoversASimulatedTestsFailures) {
     sim::WriteHistoryFile(o, planned, history);
     sim::WriteEventArrayFile(o, planned, sim::EventArrayPath(history));
     sim::WriteChannelSelectionFile(o, planned, r.dir.File("board-channels.txt"));
-    const std::string report = r.dir.File("analysis.txt");
-    r.Run({"--report", report, "--ignore-first-cycles", "yes", "--data", history, "--chsel",
+    r.Run({"--report", r.report, "--ignore-first-cycles", "yes", "--data", history, "--chsel",
            r.dir.File("board-channels.txt"), "--cycles", cycles, "--ipc"});
     EXPECT_EQ(r.status, kExitComplete) << cycles << "\n" << r.err.str();
 
@@ -176,7 +173,7 @@ TEST(CliRun, TheIpcJedecLimitRecoversASimulatedTestsFailures) {
         expected.emplace_back(static_cast<int32_t>(i + 1), static_cast<int32_t>(failures[i]));
     ASSERT_GE(expected.size(), 5u);
     ASSERT_LT(failures.size(), 38u) << "some channels must survive";
-    EXPECT_EQ(ReportRows(ReadAll(report)), expected) << cycles;
+    EXPECT_EQ(ReportRows(ReadAll(r.report)), expected) << cycles;
     EXPECT_TRUE(Has(r.OutLines(), "Occurrence limit to be considered: IPC/JEDEC Limit"));
     EXPECT_TRUE(Has(r.OutLines(), "Channels failed under the IPC/JEDEC rule = " + std::to_string(failures.size())));
   }
@@ -184,22 +181,19 @@ TEST(CliRun, TheIpcJedecLimitRecoversASimulatedTestsFailures) {
 
 TEST(CliRun, UsageErrorsRunNothingAndWriteNothing) {
   CliRun r;
-  const std::string report = r.dir.File("analysis.txt");
-  r.Run({"--report", report, "--data", r.dir.Write("one.txt", kTenOfEleven), "--channels", "1-11", "--colour"});
+  r.Run({"--report", r.report, "--data", r.one, "--channels", "1-11", "--colour"});
   EXPECT_EQ(r.status, 2);
   EXPECT_EQ(r.out.str(), "");
   EXPECT_EQ(r.err.str(),
             "tarvenix-cli: unknown option '--colour'\nTry 'tarvenix-cli --help' for more information.\n");
-  EXPECT_FALSE(std::filesystem::exists(report));
+  EXPECT_FALSE(std::filesystem::exists(r.report));
 }
 
 TEST(CliRun, AReportThatCannotBeWrittenFailsTheRun) {
   CliRun r;
-  r.Run({"--report", r.dir.File("no folder/analysis.txt"), "--data", r.dir.Write("one.txt", kTenOfEleven),
-         "--channels", "1-11"});
+  r.Run({"--report", r.dir.File("no folder/analysis.txt"), "--data", r.one, "--channels", "1-11"});
   EXPECT_EQ(r.status, kExitIncomplete);
-  const std::vector<std::string> err = r.ErrLines();
-  EXPECT_EQ(std::vector<std::string>(err.end() - 2, err.end()),
+  EXPECT_EQ(r.LastErrLines(2),
             (std::vector<std::string>{"MESSAGE: Error in modTarvenix.SaveRawData - Error #76  Path not found", ""}));
 }
 
