@@ -50,68 +50,55 @@ TEST(CommonAppData, FollowsTheUsersDataFolder) {
   if (old) setenv("XDG_DATA_HOME", saved.c_str(), 1); else unsetenv("XDG_DATA_HOME");
 }
 
-TEST(LineInput, AllThreeLineEndsAndTheEndOfTheFile) {
-  TempDir dir;
-  std::string p = dir.Write("lines.txt", std::string("one\r\ntwo\nthree\rfour\r\n\r\nsix\0x", 28));
-  auto f = VbFile::Open(FileMode::Input, p);
-  std::vector<std::string> lines;
-  while (!f->Eof()) lines.push_back(f->LineInput());
-  std::vector<std::string> expected = {"one", "two", "three", "four", "", std::string("six\0x", 5)};
-  EXPECT_EQ(lines, expected);
-  EXPECT_EQ(ErrorNumberOf([&] { f->LineInput(); }), err::kInputPastEnd);
-}
-
-TEST(InputItem, CommasLineEndsQuotesAndBlanks) {
-  TempDir dir;
-  std::string p = dir.Write("items.txt", "5\r\n 7 , 9\n\"a, b\" ,x\r  12  \r\n,");
-  auto f = VbFile::Open(FileMode::Input, p);
-  std::vector<std::string> items;
-  while (!f->Eof()) items.push_back(f->InputItem());
-  std::vector<std::string> expected = {"5", "7", "9", "a, b", "x", "12", ""};
-  EXPECT_EQ(items, expected);
-  EXPECT_EQ(ErrorNumberOf([&] { f->InputItem(); }), err::kInputPastEnd);
-}
-
-TEST(OpenErrors, AnEmptyNameIsABadFileName) {
+TEST(Reading, LinesAndItemsUpToTheEndOfTheFile) {
+  struct Case {
+    std::string bytes;
+    std::string (VbFile::*read)();
+    std::vector<std::string> expected;
+  } cases[] = {
+      // All three line ends; a NUL stays in its line.
+      {std::string("one\r\ntwo\nthree\rfour\r\n\r\nsix\0x", 28), &VbFile::LineInput,
+       {"one", "two", "three", "four", "", std::string("six\0x", 5)}},
+      // Items end at commas and line ends; quotes keep commas; blanks around go.
+      {"5\r\n 7 , 9\n\"a, b\" ,x\r  12  \r\n,", &VbFile::InputItem, {"5", "7", "9", "a, b", "x", "12", ""}},
+  };
+  for (const Case& c : cases) {
+    TempDir dir;
+    auto f = VbFile::Open(FileMode::Input, dir.Write("in.txt", c.bytes));
+    std::vector<std::string> got;
+    while (!f->Eof()) got.push_back(((*f).*c.read)());
+    EXPECT_EQ(got, c.expected);
+    EXPECT_EQ(ErrorNumberOf([&] { ((*f).*c.read)(); }), err::kInputPastEnd);
+  }
   EXPECT_EQ(ErrorNumberOf([&] { VbFile::Open(FileMode::Input, ""); }), err::kBadFileName);
 }
 
-TEST(AtomicWrite, ReplacesWholeAndLeavesNoTemporaryFiles) {
+TEST(AtomicWrite, ReplacesWholeKeepsALinkAndLeavesNoTemporaryFiles) {
   TempDir dir;
   std::string p = dir.Write("report.txt", "old");
   WriteFileAtomically(p, "new text");
   EXPECT_EQ(ReadAll(p), "new text");
   WriteFileAtomically(dir.File("fresh.txt"), "");
   EXPECT_TRUE(IsFile(dir.File("fresh.txt")));
+  fs::create_symlink(p, dir.File("link.txt"));
+  WriteFileAtomically(dir.File("link.txt"), "through the link");
+  EXPECT_TRUE(fs::is_symlink(dir.File("link.txt")));
+  EXPECT_EQ(ReadAll(p), "through the link");
   int entries = 0;
   for (auto& e : fs::directory_iterator(dir.Path())) (void)e, ++entries;
-  EXPECT_EQ(entries, 2);
-}
-
-TEST(AtomicWrite, WritingThroughALinkKeepsTheLink) {
-  TempDir dir;
-  std::string real = dir.Write("real.txt", "old");
-  fs::create_symlink(real, dir.File("link.txt"));
-  WriteFileAtomically(dir.File("link.txt"), "new");
-  EXPECT_TRUE(fs::is_symlink(dir.File("link.txt")));
-  EXPECT_EQ(ReadAll(real), "new");
+  EXPECT_EQ(entries, 3);
 }
 
 TEST(OutputFiles, OutputReplacesOnCloseAppendAdds) {
   TempDir dir;
   std::string p = dir.Write("out.txt", "old");
-  {
-    auto f = VbFile::Open(FileMode::Output, p);
-    f->PrintLine(" 5");
-    EXPECT_EQ(ReadAll(p), "old") << "nothing is replaced before Close";
-    f->PrintLine(" 7");
-    f->Close();
-  }
+  auto f = VbFile::Open(FileMode::Output, p);
+  f->PrintLine(" 5");
+  EXPECT_EQ(ReadAll(p), "old") << "nothing is replaced before Close";
+  f->PrintLine(" 7");
+  f->Close();
   EXPECT_EQ(ReadAll(p), " 5\r\n 7\r\n");
-  {
-    auto f = VbFile::Open(FileMode::Output, p);
-    f->PrintLine("lost");
-  }  // never closed: the old file stays
+  VbFile::Open(FileMode::Output, p)->PrintLine("lost");  // never closed: the old file stays
   EXPECT_EQ(ReadAll(p), " 5\r\n 7\r\n");
   auto a = VbFile::Open(FileMode::Append, p);
   a->Print("x");

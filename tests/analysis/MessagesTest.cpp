@@ -31,39 +31,37 @@ TEST(DisplayData, PrefixesTheStoredTextsSoASecondCallDoublesThem) {
 }
 
 TEST(DisplayError, ShortCodesGoToTheResultsBoxAndANotice) {
-  struct Case {
-    int16_t code;
-    bool dataCycles;
-    const char* message;
-  } cases[] = {
-      {2, false, "Channels with first temperature or mechanical cycle  events cannot be analyzed."},
-      {4, false, "Analysis cannot be performed on fewer than 5 channels."},
+  const std::pair<int16_t, std::string> cases[] = {
+      {2, "Channels with first temperature or mechanical cycle  events cannot be analyzed."},
+      {4, "Analysis cannot be performed on fewer than 5 channels."},
   };
-  for (const Case& c : cases) {
+  for (const auto& [code, message] : cases) {
     Session s;
     RecordingUi ui;
     s.iMinFailures = 5;
-    s.bDataCycles = c.dataCycles;
-    DisplayError(s, ui, c.code, 0, 0);
-    std::vector<std::string> expected = {"STATUS: Analysis did not complete successfully.",
-                                         std::string("TEXT: ") + c.message, std::string("MSG: ") + c.message};
-    EXPECT_EQ(ui.calls, expected) << c.code;
+    s.bDataCycles = false;
+    DisplayError(s, ui, code, 0, 0);
+    std::vector<std::string> expected = {"STATUS: Analysis did not complete successfully.", "TEXT: " + message,
+                                         "MSG: " + message};
+    EXPECT_EQ(ui.calls, expected) << code;
     EXPECT_EQ(ui.messages[0].icon, MessageIcon::Exclamation);
   }
 }
 
-TEST(DisplayError, EventsBeforeTheInitialCycleGiveFiveLines) {
+TEST(DisplayError, EventsBeforeTheInitialCycleAndUnknownCodesGiveFiveLines) {
   struct Case {
+    int16_t code;
     bool dataCycles;
     int32_t dataOffset;
     std::vector<std::string> lines;
   } cases[] = {
-      {true, 0, {"The data history file contains channels which have events at cycle-",
-                 "counts less than those specified in the cycle-offset files.", "",
-                 "#3 Event recorded on Ch #17 @ Data cycle #40", ""}},
-      {false, 120, {"The data history file contains channels which have events at cycle-",
+      {5, true, 0, {"The data history file contains channels which have events at cycle-",
                     "counts less than those specified in the cycle-offset files.", "",
-                    "#3 Event recorded on Ch # 17 @ Data cycle #40 @ appropriate Temp./Mech. Cycle #", ""}},
+                    "#3 Event recorded on Ch #17 @ Data cycle #40", ""}},
+      {5, false, 120, {"The data history file contains channels which have events at cycle-",
+                       "counts less than those specified in the cycle-offset files.", "",
+                       "#3 Event recorded on Ch # 17 @ Data cycle #40 @ appropriate Temp./Mech. Cycle #", ""}},
+      {3, true, 0, {"", "", "", "", ""}},
   };
   for (const Case& c : cases) {
     Session s;
@@ -72,20 +70,12 @@ TEST(DisplayError, EventsBeforeTheInitialCycleGiveFiveLines) {
     s.iNumEvents(1) = 3;
     s.bDataCycles = c.dataCycles;
     s.lInitialCycle(0) = c.dataOffset;
-    DisplayError(s, ui, 5, 17, 40);
-    EXPECT_EQ(ui.textLines, c.lines);
+    DisplayError(s, ui, c.code, 17, 40);
+    EXPECT_EQ(ui.textLines, c.lines) << c.code;
     std::string message;
     for (const std::string& l : c.lines) message += "\r" + l;
     EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{message});
   }
-}
-
-TEST(DisplayError, UnknownCodesGiveFiveEmptyLines) {
-  Session s;
-  RecordingUi ui;
-  DisplayError(s, ui, 3, 0, 0);
-  EXPECT_EQ(ui.textLines, std::vector<std::string>(5, ""));
-  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"\r\r\r\r\r"});
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace {
 using test::RecordingUi;
 using test::TempDir;
 
-TEST(ConvertDecimal, SignColumnAndHalvesToEven) {
+TEST(ConvertDecimal, SignColumnAndHalvesToEvenOrUpForPlotting) {
   struct Case {
     double value;
     int16_t decimals;
@@ -31,38 +31,23 @@ TEST(ConvertDecimal, SignColumnAndHalvesToEven) {
   };
   for (const Case& c : cases) EXPECT_EQ(ConvertDecimal(c.value, c.decimals), c.expected) << c.value;
   EXPECT_EQ(ConvertDecimal(2.345f, 2), " 2.35") << "a single keeps its binary value";
+  // The plotting twin rounds halves up and keeps the sign column past 32 bits.
+  const Case halvesUp[] = {{0.125, 2, " 0.13"}, {2.5, 0, " 3"},    {0.004, 2, " 0.00"},
+                           {-1.25, 1, "-1.3"},  {99.6, 1, " 99.6"}, {1e10, 0, " 10000000000"}};
+  for (const Case& c : halvesUp) EXPECT_EQ(ConvertDecimalDbl(c.value, c.decimals), c.expected) << c.value;
 }
-
-TEST(ConvertDecimal, PlottingTwinRoundsHalvesUp) {
-  struct Case {
-    double value;
-    int16_t decimals;
-    const char* expected;
-  } cases[] = {
-      {0.125, 2, " 0.13"}, {2.5, 0, " 3"}, {0.004, 2, " 0.00"}, {-1.25, 1, "-1.3"},
-      {99.6, 1, " 99.6"},  {1e10, 0, " 10000000000"},
-  };
-  for (const Case& c : cases) EXPECT_EQ(ConvertDecimalDbl(c.value, c.decimals), c.expected) << c.value;
-}
-
-// A session whose program folder holds the four sounds, so their playing shows.
-struct SoundedSession {
-  TempDir dir;
-  Session s;
-  SoundedSession() {
-    s.sAppPath = dir.Path();
-    std::filesystem::create_directories(dir.File("Sounds"));
-    for (const char* n : {"TurnOn.wav", "Floop.wav", "Attention.wav", "Ping.wav"})
-      dir.Write(std::string("Sounds/") + n, "RIFF");
-  }
-};
 
 TEST(ShowMessage, AttentionSoundFirstAndTwiceForErrors) {
-  SoundedSession env;
+  // The program folder holds the four sounds, so their playing shows.
+  TempDir dir;
+  Session s;
+  s.sAppPath = dir.Path();
+  std::filesystem::create_directories(dir.File("Sounds"));
+  for (const char* n : {"TurnOn.wav", "Floop.wav", "Attention.wav", "Ping.wav"}) dir.Write(std::string("Sounds/") + n, "RIFF");
   RecordingUi ui;
-  ShowMessage(env.s, ui, kMsgNotice, "", "Hello");
-  ShowMessage(env.s, ui, kMsgError, "modX.Y", "text", RuntimeError(13));
-  ShowMessage(env.s, ui, 7, "modX.Y", "nothing");
+  ShowMessage(s, ui, kMsgNotice, "", "Hello");
+  ShowMessage(s, ui, kMsgError, "modX.Y", "text", RuntimeError(13));
+  ShowMessage(s, ui, 7, "modX.Y", "nothing");
   std::vector<std::string> expected = {
       "SOUND: Attention.wav", "MSG: Hello", "SOUND: Attention.wav", "SOUND: Attention.wav",
       "MSG: Error in modX.Y - Error #13  Type mismatch\rtext", "SOUND: Attention.wav"};
@@ -79,10 +64,9 @@ TEST(Trapped, AnyExceptionBecomesTheErrorBoxUnderItsLabel) {
   EXPECT_FALSE(Trapped(s, ui, "modA.B", [] { Raise(err::kSubscript); }));
   EXPECT_FALSE(Trapped(s, ui, "modA.C", [] { throw std::bad_alloc(); }));
   EXPECT_FALSE(Trapped(s, ui, "modA.D", [] { throw std::logic_error("boom"); }));
-  ASSERT_EQ(ui.messages.size(), 3u);
-  EXPECT_EQ(ui.messages[0].text, "Error in modA.B - Error #9  Subscript out of range\r");
-  EXPECT_EQ(ui.messages[1].text, "Error in modA.C - Error #7  Out of memory\r");
-  EXPECT_EQ(ui.messages[2].text, "Error in modA.D - Error #51  Internal error: boom\r");
+  EXPECT_EQ(ui.MessageTexts(), (std::vector<std::string>{"Error in modA.B - Error #9  Subscript out of range\r",
+                                                         "Error in modA.C - Error #7  Out of memory\r",
+                                                         "Error in modA.D - Error #51  Internal error: boom\r"}));
 }
 
 TEST(Timing, StopwatchAndWaitCrossMidnight) {

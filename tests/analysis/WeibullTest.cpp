@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,29 +32,21 @@ const FailurePoints kSuspended = Ranked({36, 44, 55, 64, 76, 85, 87, 102});
 // Lives in the thousands.
 const FailurePoints kThousands = Ranked({312, 455, 520, 610, 744, 801, 930, 1105});
 
-struct DataSet {
-  const char* name;
-  int16_t channels;
-  const FailurePoints* points;
-};
-const DataSet kDataSets[] = {{"published", 10, &kPublished}, {"suspended", 20, &kSuspended}, {"tied", 12, &kTied}};
-
-const DataSet& Named(const std::string& name) {
-  for (const DataSet& d : kDataSets)
-    if (name == d.name) return d;
-  throw std::invalid_argument(name);
-}
-
-TEST(AnalyzeData, PublishedRankRegressionExample) {
+TEST(AnalyzeData, PublishedExampleKeepsSinglePrecisionResultsAndTracesThem) {
   Session s;
   RecordingUi ui;
+  s.bDebug = true;
   LoadFailurePoints(s, 1, 10, kPublished);
   s.iFractionType() = median;
   s.iNParamType() = N63;
   AnalyzeData(s, ui, false);
   EXPECT_NEAR(s.sngBeta(1), 2.02739, 5e-5);  // single-precision sums: about 1e-5
   EXPECT_NEAR(s.sngNParam(1), 96.3735, 5e-4);
-  EXPECT_TRUE(ui.calls.empty()) << "no display without bShowResults";
+  EXPECT_TRUE(ui.textLines.empty() && ui.statuses.empty()) << "no display without bShowResults";
+  EXPECT_EQ(ui.debugLines, (std::vector<std::string>{"Analysis of group data size of 10 channels.",
+                                                     "The survival fractions & cycle #s for the 10 events are:",
+                                                     "Tarvenix slope (beta), Nx are:",
+                                                     basic::Str(s.sngBeta(1)) + "  " + basic::Str(s.sngNParam(1))}));
 }
 
 // Every figure below comes from tools/reference/weibull_reference.py: NumPy's
@@ -67,67 +58,48 @@ TEST(AnalyzeData, PublishedRankRegressionExample) {
 // keep every figure well away from a rounding boundary: storing in single
 // precision moves results by some 1e-5, see the next test.)
 TEST(AnalyzeData, AgreesWithIndependentFiguresToThePrintedDigits) {
-  struct Case {
-    const char* dataSet;
-    Fraction fraction;
-    NParam nParam;
-    int level;
-    const char* beta;
-    const char* conf;
+  struct Life {
     const char* life;
-    int32_t lower, upper;
+    int32_t range[2][2];  // {lower, upper} at 90 % and at 95 %
+  };
+  struct Case {
+    const FailurePoints* points;
+    int16_t channels;
+    Fraction fraction;
+    const char* beta;
+    const char* conf[2];  // at 90 % and at 95 %
+    Life n50, n63;
     const char* rSquared;
   } cases[] = {
-      {"published", mean, N50, 90, " 1.82", " 4.6", " 80", 58, 110, " 0.99"},
-      {"published", mean, N50, 95, " 1.82", " 5.6", " 80", 55, 117, " 0.99"},
-      {"published", mean, N63, 90, " 1.82", " 4.6", " 98", 71, 135, " 0.99"},
-      {"published", mean, N63, 95, " 1.82", " 5.6", " 98", 67, 143, " 0.99"},
-      {"published", median, N50, 90, " 2.03", " 3.3", " 80", 61, 105, " 1.00"},
-      {"published", median, N50, 95, " 2.03", " 4.1", " 80", 58, 111, " 1.00"},
-      {"published", median, N63, 90, " 2.03", " 3.3", " 96", 73, 127, " 1.00"},
-      {"published", median, N63, 95, " 2.03", " 4.1", " 96", 69, 134, " 1.00"},
-      {"suspended", unadjusted, N50, 90, " 2.13", " 10.5", " 113", 89, 143, " 0.98"},
-      {"suspended", unadjusted, N50, 95, " 2.13", " 13.5", " 113", 85, 150, " 0.98"},
-      {"suspended", unadjusted, N63, 90, " 2.13", " 10.5", " 134", 106, 170, " 0.98"},
-      {"suspended", unadjusted, N63, 95, " 2.13", " 13.5", " 134", 101, 178, " 0.98"},
-      {"suspended", mean, N50, 90, " 2.12", " 10.6", " 116", 90, 150, " 0.98"},
-      {"suspended", mean, N50, 95, " 2.12", " 13.6", " 116", 86, 157, " 0.98"},
-      {"suspended", mean, N63, 90, " 2.12", " 10.6", " 138", 107, 179, " 0.98"},
-      {"suspended", mean, N63, 95, " 2.12", " 13.6", " 138", 102, 188, " 0.98"},
-      {"suspended", median, N50, 90, " 2.38", " 13.5", " 113", 91, 141, " 0.97"},
-      {"suspended", median, N50, 95, " 2.38", " 17.4", " 113", 87, 147, " 0.97"},
-      {"suspended", median, N63, 90, " 2.38", " 13.5", " 132", 106, 164, " 0.97"},
-      {"suspended", median, N63, 95, " 2.38", " 17.4", " 132", 102, 171, " 0.97"},
-      {"tied", unadjusted, N50, 90, " 1.66", " 14.1", " 42", 30, 59, " 0.98"},
-      {"tied", unadjusted, N50, 95, " 1.66", " 18.2", " 42", 28, 63, " 0.98"},
-      {"tied", unadjusted, N63, 90, " 1.66", " 14.1", " 52", 36, 74, " 0.98"},
-      {"tied", unadjusted, N63, 95, " 1.66", " 18.2", " 52", 34, 79, " 0.98"},
-      {"tied", mean, N50, 90, " 1.62", " 13.7", " 45", 33, 61, " 0.98"},
-      {"tied", mean, N50, 95, " 1.62", " 17.6", " 45", 31, 65, " 0.98"},
-      {"tied", mean, N63, 90, " 1.62", " 13.7", " 56", 41, 77, " 0.98"},
-      {"tied", mean, N63, 95, " 1.62", " 17.6", " 56", 39, 82, " 0.98"},
-      {"tied", median, N50, 90, " 1.83", " 13.9", " 45", 34, 61, " 0.98"},
-      {"tied", median, N50, 95, " 1.83", " 17.9", " 45", 32, 64, " 0.98"},
-      {"tied", median, N63, 90, " 1.83", " 13.9", " 55", 41, 74, " 0.98"},
-      {"tied", median, N63, 95, " 1.83", " 17.9", " 55", 38, 78, " 0.98"},
+      {&kPublished, 10, mean, " 1.82", {" 4.6", " 5.6"}, {" 80", {{58, 110}, {55, 117}}}, {" 98", {{71, 135}, {67, 143}}}, " 0.99"},
+      {&kPublished, 10, median, " 2.03", {" 3.3", " 4.1"}, {" 80", {{61, 105}, {58, 111}}}, {" 96", {{73, 127}, {69, 134}}}, " 1.00"},
+      {&kSuspended, 20, unadjusted, " 2.13", {" 10.5", " 13.5"}, {" 113", {{89, 143}, {85, 150}}}, {" 134", {{106, 170}, {101, 178}}}, " 0.98"},
+      {&kSuspended, 20, mean, " 2.12", {" 10.6", " 13.6"}, {" 116", {{90, 150}, {86, 157}}}, {" 138", {{107, 179}, {102, 188}}}, " 0.98"},
+      {&kSuspended, 20, median, " 2.38", {" 13.5", " 17.4"}, {" 113", {{91, 141}, {87, 147}}}, {" 132", {{106, 164}, {102, 171}}}, " 0.97"},
+      {&kTied, 12, unadjusted, " 1.66", {" 14.1", " 18.2"}, {" 42", {{30, 59}, {28, 63}}}, {" 52", {{36, 74}, {34, 79}}}, " 0.98"},
+      {&kTied, 12, mean, " 1.62", {" 13.7", " 17.6"}, {" 45", {{33, 61}, {31, 65}}}, {" 56", {{41, 77}, {39, 82}}}, " 0.98"},
+      {&kTied, 12, median, " 1.83", {" 13.9", " 17.9"}, {" 45", {{34, 61}, {32, 64}}}, {" 55", {{41, 74}, {38, 78}}}, " 0.98"},
   };
   for (const Case& c : cases) {
-    const DataSet& data = Named(c.dataSet);
-    Session s;
-    RecordingUi ui;
-    LoadFailurePoints(s, 3, data.channels, *data.points);
-    s.iFractionType() = c.fraction;
-    s.iNParamType() = c.nParam;
-    s.iConfLevel() = c.level == 90 ? 0 : 1;
-    AnalyzeData(s, ui, true);
-    const std::string level = std::to_string(c.level);
-    const std::string label = c.nParam == N50 ? "N50 =" : "N63 =";
-    const std::vector<std::string> expected = {
-        "TEXT: BETA =" + std::string(c.beta) + "   (" + level + "% confidence level: +/-" + c.conf + "%)",
-        "TEXT: " + label + c.life + "   (" + level + "% confidence range: " + basic::Str(c.lower) + " to" +
-            basic::Str(c.upper) + ")",
-        "TEXT: R-squared = " + std::string(c.rSquared), "STATUS: Analysis complete."};
-    EXPECT_EQ(ui.calls, expected) << c.dataSet << " " << c.fraction << " " << c.nParam << " " << c.level;
+    for (NParam nParam : {N50, N63}) {
+      for (int16_t level : {0, 1}) {
+        Session s;
+        RecordingUi ui;
+        LoadFailurePoints(s, 3, c.channels, *c.points);
+        s.iFractionType() = c.fraction;
+        s.iNParamType() = nParam;
+        s.iConfLevel() = level;
+        AnalyzeData(s, ui, true);
+        const std::string percent = level == 0 ? "90%" : "95%";
+        const Life& n = nParam == N50 ? c.n50 : c.n63;
+        const std::vector<std::string> expected = {
+            "TEXT: BETA =" + std::string(c.beta) + "   (" + percent + " confidence level: +/-" + c.conf[level] + "%)",
+            "TEXT: " + std::string(nParam == N50 ? "N50 =" : "N63 =") + n.life + "   (" + percent +
+                " confidence range: " + basic::Str(n.range[level][0]) + " to" + basic::Str(n.range[level][1]) + ")",
+            "TEXT: R-squared = " + std::string(c.rSquared), "STATUS: Analysis complete."};
+        EXPECT_EQ(ui.calls, expected) << c.channels << " channels, fraction " << c.fraction << ", " << percent;
+      }
+    }
   }
 }
 
@@ -137,39 +109,38 @@ TEST(AnalyzeData, AgreesWithIndependentFiguresToThePrintedDigits) {
 TEST(AnalyzeData, StoredSinglesDecideTheLastDigit) {
   struct Case {
     NParam nParam;
-    int level;
+    int16_t level;  // 0: 90 %, 1: 95 %
     const char* range;
-  } cases[] = {{N50, 90, " 925 to 1551)"}, {N50, 95, " 880 to 1630)"}, {N63, 90, " 1126 to 1888)"},
-               {N63, 95, " 1071 to 1983)"}};
+  } cases[] = {{N50, 0, " 925 to 1551)"}, {N50, 1, " 880 to 1630)"}, {N63, 0, " 1126 to 1888)"}, {N63, 1, " 1071 to 1983)"}};
   for (const Case& c : cases) {
     Session s;
     RecordingUi ui;
     LoadFailurePoints(s, 1, 20, kThousands);
     s.iNParamType() = c.nParam;
-    s.iConfLevel() = c.level == 90 ? 0 : 1;
+    s.iConfLevel() = c.level;
     AnalyzeData(s, ui, false);
     const std::string& text = s.sNResult(1);
     EXPECT_EQ(text.substr(text.size() - std::string(c.range).size()), c.range) << text;
+    // The coordinates are the single-precision logarithms.
+    EXPECT_EQ(s.sngWeiX(1, 8), static_cast<float>(std::log(1105.0)));
+    EXPECT_EQ(s.sngWeiY(1, 1), static_cast<float>(std::log(-std::log(static_cast<double>(1 - 1 / 20.0f)))));
   }
 }
 
 TEST(SurvivalFraction, UsesTheCumulativeCountAndEveryChannel) {
-  struct Case {
-    int16_t method;
-    std::vector<double> expected;
-  } cases[] = {
+  const std::pair<int16_t, std::vector<double>> cases[] = {
       {unadjusted, {1 - 1 / 10.0, 1 - 3 / 10.0, 1 - 4 / 10.0}},
       {mean, {1 - 1 / 11.0, 1 - 3 / 11.0, 1 - 4 / 11.0}},
       {median, {1 - 0.7 / 10.4, 1 - 2.7 / 10.4, 1 - 3.7 / 10.4}},
       {3, {0, 0, 0}},
   };
-  for (const Case& c : cases) {
+  for (const auto& [method, expected] : cases) {
     Session s;
     LoadFailurePoints(s, 2, 10, {{100, 1}, {200, 3}, {400, 4}});
-    s.iFractionType() = c.method;
+    s.iFractionType() = method;
     for (int16_t i = 1; i <= 3; ++i)
-      EXPECT_EQ(SurvivalFraction(s, i), static_cast<float>(c.expected[static_cast<std::size_t>(i - 1)]))
-          << c.method << " point " << i;
+      EXPECT_EQ(SurvivalFraction(s, i), static_cast<float>(expected[static_cast<std::size_t>(i - 1)]))
+          << method << " point " << i;
   }
 }
 
@@ -191,40 +162,6 @@ TEST(StudentT, SwitchesAtTenTwentyThirtySixtyAndOneHundredTwenty) {
   }
 }
 
-TEST(AnalyzeData, StoresSinglePrecisionResultsAndTheLabel) {
-  Session s;
-  RecordingUi ui;
-  LoadFailurePoints(s, 1, 20, kThousands);
-  s.iNParamType() = 1;
-  AnalyzeData(s, ui, false);
-  const float n63 = s.sngNParam(1);
-  EXPECT_EQ(s.sNLabel, "N63 =");
-  // The coordinates are the single-precision logarithms.
-  EXPECT_EQ(s.sngWeiX(1, 8), static_cast<float>(std::log(1105.0)));
-  EXPECT_EQ(s.sngWeiY(1, 1), static_cast<float>(std::log(-std::log(static_cast<double>(1 - 1 / 20.0f)))));
-  s.iNParamType() = 0;
-  AnalyzeData(s, ui, false);
-  EXPECT_EQ(s.sNLabel, "N50 =");
-  EXPECT_LT(s.sngNParam(1), n63);
-  // Results of other data sets stay.
-  EXPECT_EQ(s.sBetaResult(2), "");
-}
-
-TEST(AnalyzeData, DebugModeTracesTheGroupAndTheResult) {
-  Session s;
-  RecordingUi ui;
-  s.bDebug = true;
-  LoadFailurePoints(s, 1, 10, kPublished);
-  s.iFractionType() = median;
-  s.iNParamType() = N63;
-  AnalyzeData(s, ui, false);
-  EXPECT_EQ(ui.debugLines, (std::vector<std::string>{"Analysis of group data size of 10 channels.",
-                                                     "The survival fractions & cycle #s for the 10 events are:",
-                                                     "Tarvenix slope (beta), Nx are:",
-                                                     basic::Str(s.sngBeta(1)) + "  " + basic::Str(s.sngNParam(1))}));
-  EXPECT_EQ(ui.debugLines[3].substr(0, 4), " 2.0");
-}
-
 const std::string kNotice =
     "The specified data file has been scanned in conjunction with the\r"
     "the specified list of channels to be analyzed and no failures\r"
@@ -240,22 +177,19 @@ TEST(AnalyzeData, FailurePaths) {
     Fraction fraction;
     std::vector<std::string> calls;
   } cases[] = {
-      {"a failure at cycle 1",
-       10,
-       {{50, 1}, {1, 2}, {70, 3}, {90, 4}, {120, 5}},
-       median,
+      {"a failure at cycle 1", 10, {{50, 1}, {1, 2}, {70, 3}, {90, 4}, {120, 5}}, median,
        {"STATUS: Analysis did not complete successfully.", "TEXT: Channels with first data cycle events cannot be analyzed.",
         "MSG: Channels with first data cycle events cannot be analyzed."}},
       {"no failure points", 10, {}, median, {"MSG: " + kNotice}},
-      {"every channel failed, unadjusted",
-       5,
-       Ranked({100, 200, 300, 400, 500}),
-       unadjusted,
+      {"every channel failed, unadjusted", 5, Ranked({100, 200, 300, 400, 500}), unadjusted,
        {"MSG: Error in modTarvenix.AnalyzeData - Error #5  Invalid procedure call or argument\r"}},
       {"two points", 10, Ranked({100, 300}), median,
        {"MSG: Error in modTarvenix.AnalyzeData - Error #11  Division by zero\r"}},
       {"cycle 0", 10, Ranked({0, 100, 200, 300, 400}), median,
        {"MSG: Error in modTarvenix.AnalyzeData - Error #5  Invalid procedure call or argument\r"}},
+      // Single-precision sums leave D a hair away from 0, but the stored x
+      // values have no spread at all: the analysis ends without a word.
+      {"every failure at one cycle", 10, Ranked({400, 400, 400, 400, 400}), median, {}},
   };
   for (const Case& c : cases) {
     Session s;
@@ -280,19 +214,6 @@ TEST(AnalyzeData, StopsAtACycleOnePointKeepingWhatWasStoredBefore) {
   EXPECT_NE(s.sngWeiY(1, 2), 0.0f);
   EXPECT_EQ(s.sngWeiX(1, 3), 0.0f) << "nothing after the cycle-1 point";
   EXPECT_EQ(s.sngBeta(1), 0.0f);
-}
-
-// Single-precision sums leave D a hair away from 0 when every failure shares one
-// cycle, but the stored x values have no spread at all: the analysis ends
-// without a word.
-TEST(AnalyzeData, FailuresAllAtOneCycleEndSilently) {
-  Session s;
-  RecordingUi ui;
-  LoadFailurePoints(s, 1, 10, Ranked({400, 400, 400, 400, 400}));
-  s.iFractionType() = median;
-  AnalyzeData(s, ui, true);
-  EXPECT_EQ(ui.calls, std::vector<std::string>{});
-  EXPECT_EQ(s.sBetaResult(1), "");
 }
 
 TEST(NConfidenceRange, AFaultLeavesTheLifeWithoutItsRange) {

@@ -4,6 +4,7 @@
 
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QImage>
@@ -29,13 +30,9 @@ std::string Failures(int n = 12) {
 struct PlotRun {
   TempDir dir;
   std::ostringstream out, err;
-  int status = -1;
   std::string data = dir.Write("run7.txt", Failures());
 
-  int Run(std::vector<std::string> args) {
-    status = cli::Run(args, out, err);
-    return status;
-  }
+  int Run(std::vector<std::string> args) { return cli::Run(args, out, err); }
 };
 
 TEST(CliPlot, WritesEachFormatAtTheAskedSize) {
@@ -68,44 +65,41 @@ TEST(CliPlot, WritesEachFormatAtTheAskedSize) {
 }
 
 TEST(CliPlot, BadPlotOptionsAreUsageErrors) {
-  struct Case {
-    std::vector<std::string> args;
-    std::string message;
-  } cases[] = {
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{"--plot", "weibull.gif"}, "--plot takes a file name ending in .png, .bmp, .jpg, .svg or .pdf, not 'weibull.gif'"},
       {{"--plot-size", "63x480"}, "--plot-size takes WIDTHxHEIGHT with each side from 64 to 8000 pixels, not '63x480'"},
       {{"--plot-size", "640*480"}, "--plot-size takes WIDTHxHEIGHT with each side from 64 to 8000 pixels, not '640*480'"},
       {{"--plot-size", "640x-480"}, "--plot-size takes WIDTHxHEIGHT with each side from 64 to 8000 pixels, not '640x-480'"},
   };
-  for (const Case& c : cases) {
+  for (const auto& [plotArgs, message] : cases) {
     PlotRun r;
-    std::vector<std::string> args = c.args;
+    std::vector<std::string> args = plotArgs;
     args.insert(args.end(), {"--data", r.data, "--channels", "1-16"});
     EXPECT_EQ(r.Run(args), kExitUsage);
-    EXPECT_EQ(r.err.str().substr(0, r.err.str().find('\n')), "tarvenix-cli: " + c.message);
+    EXPECT_EQ(r.err.str().substr(0, r.err.str().find('\n')), "tarvenix-cli: " + message);
   }
 }
 
-TEST(CliPlot, TheGuardRefusesADataSetWithoutAnAnalysis) {
-  PlotRun r;
-  const std::string plot = r.dir.File("weibull.png");
-  // The second data set has only three failed channels: too few to analyse.
-  r.Run({"--plot", plot, "--data", r.data, "--channels", "1-16", "--data", r.dir.Write("three.txt", Failures(3)),
-         "--channels", "1-16"});
-  EXPECT_EQ(r.status, kExitIncomplete);
-  EXPECT_NE(r.err.str().find("MESSAGE: Cannot generate plot because analysis was not completed successfully on Data "
-                             "Set #2.\nEdit the data set and try again.\n"),
-            std::string::npos)
-      << r.err.str();
-  EXPECT_FALSE(modUtils::IsFile(plot));
-}
-
-TEST(CliPlot, AFolderThatIsNotThereFailsTheRun) {
-  PlotRun r;
-  r.Run({"--plot", r.dir.File("no folder/weibull.png"), "--data", r.data, "--channels", "1-16"});
-  EXPECT_EQ(r.status, kExitIncomplete);
-  EXPECT_NE(r.err.str().find("MESSAGE: Error in tarvenix-cli.WritePlot - Error #76  Path not found"), std::string::npos)
-      << r.err.str();
+TEST(CliPlot, APlotThatCannotBeMadeFailsTheRunAndWritesNothing) {
+  struct Case {
+    const char* plot;
+    int secondFailures;  // failed channels of a second data set (0: none)
+    const char* message;
+  } cases[] = {
+      // Three failed channels are too few to analyse.
+      {"weibull.png", 3, "MESSAGE: Cannot generate plot because analysis was not completed successfully on Data Set #2.\n"
+                         "Edit the data set and try again.\n"},
+      {"no folder/weibull.png", 0, "MESSAGE: Error in tarvenix-cli.WritePlot - Error #76  Path not found"},
+  };
+  for (const Case& c : cases) {
+    PlotRun r;
+    std::vector<std::string> args = {"--plot", r.dir.File(c.plot), "--data", r.data, "--channels", "1-16"};
+    if (c.secondFailures > 0)
+      args.insert(args.end(), {"--data", r.dir.Write("few.txt", Failures(c.secondFailures)), "--channels", "1-16"});
+    EXPECT_EQ(r.Run(args), kExitIncomplete) << c.plot;
+    EXPECT_NE(r.err.str().find(c.message), std::string::npos) << r.err.str();
+    EXPECT_FALSE(modUtils::IsFile(r.dir.File(c.plot)));
+  }
 }
 
 }  // namespace

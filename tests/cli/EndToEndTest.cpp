@@ -18,11 +18,6 @@ namespace {
 using tarvenix::test::ReadAll;
 using tarvenix::test::TempDir;
 
-std::string Program(const std::string& name) {
-  const char* dir = std::getenv("TARVENIX_BUILD_DIR");
-  return std::string(dir ? dir : ".") + "/" + name;
-}
-
 std::string Quoted(const std::string& arg) {
   std::string q = "'";
   for (char c : arg) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
@@ -34,8 +29,10 @@ struct Outcome {
   std::string out, err;
 };
 
+// Runs a program of the build with its output kept in files of `dir`.
 Outcome RunProgram(const TempDir& dir, const std::string& program, const std::vector<std::string>& args) {
-  std::string command = Quoted(Program(program));
+  const char* build = std::getenv("TARVENIX_BUILD_DIR");
+  std::string command = Quoted(std::string(build ? build : ".") + "/" + program);
   for (const std::string& a : args) command += " " + Quoted(a);
   const std::string out = dir.File("stdout"), err = dir.File("stderr");
   command += " >" + Quoted(out) + " 2>" + Quoted(err);
@@ -117,24 +114,12 @@ TEST(CliEndToEnd, FailedAnalysesAndStops) {
     const char* outLine;
     const char* errLine;
   } cases[] = {
-      {"first-cycle failures not ignored",
-       {"--first-cycle-failures", "2"},
-       {"--channels", "1-12"},
-       1,
-       "User has chosen not to ignore first data-cycle events. Analysis stopped.",
-       "STATUS: Reading history data file ..."},
-      {"first-cycle failures ignored",
-       {"--first-cycle-failures", "2"},
-       {"--ignore-first-cycles", "yes", "--channels", "1-12"},
-       0,
-       "User has chosen to re-run analysis and ignore first data-cycle events.",
-       "STATUS: Analysis complete."},
-      {"temperature cycles in a file without them",
-       {},
-       {"--channels", "1-12", "--cycles", "temp"},
-       1,
-       "Temperature or mechanical cycles are not available for analysis.",
-       "STATUS: Reading history data file ..."},
+      {"first-cycle failures not ignored", {"--first-cycle-failures", "2"}, {"--channels", "1-12"}, 1,
+       "User has chosen not to ignore first data-cycle events. Analysis stopped.", "STATUS: Reading history data file ..."},
+      {"first-cycle failures ignored", {"--first-cycle-failures", "2"}, {"--ignore-first-cycles", "yes", "--channels", "1-12"},
+       0, "User has chosen to re-run analysis and ignore first data-cycle events.", "STATUS: Analysis complete."},
+      {"temperature cycles in a file without them", {}, {"--channels", "1-12", "--cycles", "temp"}, 1,
+       "Temperature or mechanical cycles are not available for analysis.", "STATUS: Reading history data file ..."},
   };
   for (const Case& c : cases) {
     TempDir dir;

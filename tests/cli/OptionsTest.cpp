@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/Options.h"
@@ -11,10 +12,7 @@ namespace {
 using Args = std::vector<std::string>;
 
 TEST(CliOptions, UsageErrors) {
-  struct Case {
-    Args args;
-    const char* error;
-  } cases[] = {
+  const std::pair<Args, const char*> cases[] = {
       {{}, "no data history file given (--data FILE)"},
       {{"--n63"}, "no data history file given (--data FILE)"},
       {{"--limit", "3", "--data", "a.txt"}, "--limit belongs to a data set and must follow --data"},
@@ -33,10 +31,7 @@ TEST(CliOptions, UsageErrors) {
       {{"--n50=yes", "--data", "a"}, "--n50 takes no value"},
       {{"--data", "a", "--ipc=1"}, "--ipc takes no value"},
   };
-  for (const Case& c : cases) {
-    ParseResult r = ParseArguments(c.args);
-    EXPECT_EQ(r.error, c.error) << testing::PrintToString(c.args);
-  }
+  for (const auto& [args, error] : cases) EXPECT_EQ(ParseArguments(args).error, error) << testing::PrintToString(args);
 }
 
 TEST(CliOptions, EachGroupStartsFromTheDefaults) {
@@ -52,9 +47,7 @@ TEST(CliOptions, EachGroupStartsFromTheDefaults) {
   EXPECT_EQ(o.plotTitle, "Lot 7");
   ASSERT_EQ(o.dataSets.size(), 2u);
   const DataSetOptions& one = o.dataSets[0];
-  EXPECT_TRUE(one.tempCycles);
   EXPECT_EQ(one.occurrenceLimit, "+3");
-  EXPECT_TRUE(one.ipc);
   const DataSetOptions& two = o.dataSets[1];
   EXPECT_FALSE(two.id.has_value());
   EXPECT_EQ(two.chSelFile, "two.chs");
