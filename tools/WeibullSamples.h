@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "app/Session.h"
+#include "session/Session.h"
 
 namespace tarvenix::samples {
 

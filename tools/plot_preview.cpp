@@ -13,8 +13,8 @@
 #include <QPdfWriter>
 
 #include "WeibullSamples.h"
-#include "analysis/Basic.h"
-#include "plot/PlotExport.h"
+#include "base/Basic.h"
+#include "PlotExport.h"
 
 int main(int argc, char** argv) {
   if (argc < 2) {

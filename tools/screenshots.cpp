@@ -15,17 +15,17 @@
 
 #include <cstdio>
 
-#include "analysis/frmDebug.h"
-#include "app/App.h"
-#include "app/DataSetChoosers.h"
-#include "app/Dialogs.h"
-#include "app/frmAbout.h"
-#include "app/frmTarvenixData.h"
-#include "app/frmTarvenixOptions.h"
-#include "app/frmTarvenixSetup.h"
-#include "input/frmTarvenixChSelFile.h"
-#include "input/frmTarvenixFirstCycFailures.h"
-#include "plot/frmTarvenixPlot.h"
+#include "frmDebug.h"
+#include "App.h"
+#include "DataSetChoosers.h"
+#include "Dialogs.h"
+#include "frmAbout.h"
+#include "frmTarvenixData.h"
+#include "frmTarvenixOptions.h"
+#include "frmTarvenixSetup.h"
+#include "frmTarvenixChSelFile.h"
+#include "frmTarvenixFirstCycFailures.h"
+#include "frmTarvenixPlot.h"
 
 namespace {
 

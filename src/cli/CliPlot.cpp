@@ -1,13 +1,13 @@
-#include "cli/CliPlot.h"
+#include "CliPlot.h"
 
 #include <memory>
 
 #include <QGuiApplication>
 
-#include "analysis/Basic.h"
-#include "analysis/Utils.h"
-#include "app/Session.h"
-#include "plot/PlotExport.h"
+#include "base/Basic.h"
+#include "session/Utils.h"
+#include "session/Session.h"
+#include "PlotExport.h"
 
 namespace tarvenix::cli {
 namespace {

@@ -1,4 +1,4 @@
-#include "cli/ConsoleUi.h"
+#include "ConsoleUi.h"
 
 #include "analysis/Messages.h"
 

@@ -6,7 +6,7 @@
 #include <ostream>
 #include <string>
 
-#include "app/UiPort.h"
+#include "session/UiPort.h"
 
 namespace tarvenix::cli {
 

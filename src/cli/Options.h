@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/CliPlot.h"
+#include "CliPlot.h"
 
 namespace tarvenix::cli {
 

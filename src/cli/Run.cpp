@@ -1,10 +1,10 @@
-#include "cli/Run.h"
+#include "Run.h"
 
 #include "analysis/Report.h"
-#include "app/Session.h"
-#include "app/SetupSequence.h"
-#include "cli/ConsoleUi.h"
-#include "cli/Options.h"
+#include "session/Session.h"
+#include "setup/SetupSequence.h"
+#include "ConsoleUi.h"
+#include "Options.h"
 #include "tarvenix/Version.h"
 
 namespace tarvenix::cli {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/Run.h"
+#include "Run.h"
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);

@@ -8,8 +8,8 @@
 #include <limits>
 #include <utility>
 
-#include "analysis/Basic.h"
-#include "analysis/RuntimeError.h"
+#include "base/Basic.h"
+#include "base/RuntimeError.h"
 
 #include "support/ErrorNumber.h"
 

@@ -4,9 +4,9 @@
 #include <QPlainTextEdit>
 #include <QTextCursor>
 
-#include "analysis/Utils.h"
-#include "analysis/frmDebug.h"
-#include "app/Dialogs.h"
+#include "session/Utils.h"
+#include "frmDebug.h"
+#include "Dialogs.h"
 #include "support/GuiTest.h"
 
 namespace tarvenix::test {

@@ -2,9 +2,9 @@
 
 #include <filesystem>
 
-#include "analysis/FileUtils.h"
-#include "analysis/RuntimeError.h"
-#include "app/Session.h"
+#include "session/FileUtils.h"
+#include "base/RuntimeError.h"
+#include "session/Session.h"
 #include "support/ErrorNumber.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"

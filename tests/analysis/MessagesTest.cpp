@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "analysis/Messages.h"
-#include "app/Session.h"
+#include "session/Session.h"
 #include "support/RecordingUi.h"
 
 namespace tarvenix::modTarvenix {

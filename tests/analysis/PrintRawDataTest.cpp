@@ -6,8 +6,8 @@
 
 #include <filesystem>
 
-#include "analysis/PrintRawData.h"
-#include "app/Session.h"
+#include "PrintRawData.h"
+#include "session/Session.h"
 #include "support/FailurePoints.h"
 #include "support/GuiTest.h"
 #include "support/RecordingUi.h"

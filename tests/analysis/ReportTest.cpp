@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "analysis/Report.h"
-#include "app/Session.h"
+#include "session/Session.h"
 #include "support/FailurePoints.h"
 #include "support/HistoryText.h"
 #include "support/RecordingUi.h"

@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-#include "analysis/Utils.h"
-#include "app/Session.h"
+#include "session/Utils.h"
+#include "session/Session.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 

@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "analysis/Basic.h"
+#include "base/Basic.h"
 #include "analysis/Weibull.h"
-#include "app/Session.h"
+#include "session/Session.h"
 #include "support/FailurePoints.h"
 #include "support/RecordingUi.h"
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "app/IniFiles.h"
-#include "app/Session.h"
+#include "settings/IniFiles.h"
+#include "session/Session.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 

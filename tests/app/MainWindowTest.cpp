@@ -13,11 +13,11 @@
 
 #include <filesystem>
 
-#include "analysis/frmDebug.h"
-#include "app/Dialogs.h"
-#include "app/frmAbout.h"
-#include "app/frmTarvenixData.h"
-#include "app/frmTarvenixSetup.h"
+#include "frmDebug.h"
+#include "Dialogs.h"
+#include "frmAbout.h"
+#include "frmTarvenixData.h"
+#include "frmTarvenixSetup.h"
 #include "support/FailurePoints.h"
 #include "support/GuiTest.h"
 

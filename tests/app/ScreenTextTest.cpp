@@ -7,7 +7,7 @@
 
 #include <QString>
 
-#include "app/GuiUiPort.h"
+#include "GuiUiPort.h"
 
 namespace tarvenix {
 namespace {

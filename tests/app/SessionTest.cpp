@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "analysis/RuntimeError.h"
-#include "app/Session.h"
+#include "base/RuntimeError.h"
+#include "session/Session.h"
 #include "support/ErrorNumber.h"
 
 namespace tarvenix {

@@ -2,10 +2,10 @@
 
 #include <filesystem>
 
-#include "analysis/FileUtils.h"
-#include "app/IniFiles.h"
-#include "app/Session.h"
-#include "app/SettingsIO.h"
+#include "session/FileUtils.h"
+#include "settings/IniFiles.h"
+#include "session/Session.h"
+#include "settings/SettingsIO.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 

@@ -9,9 +9,9 @@
 
 #include <tuple>
 
-#include "app/Dialogs.h"
-#include "app/UpDown.h"
-#include "app/frmTarvenixSetup.h"
+#include "Dialogs.h"
+#include "UpDown.h"
+#include "frmTarvenixSetup.h"
 #include "support/GuiTest.h"
 
 namespace tarvenix::test {

@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "HistorySimulator.h"
-#include "app/Dialogs.h"
-#include "app/frmTarvenixData.h"
-#include "app/frmTarvenixSetup.h"
+#include "Dialogs.h"
+#include "frmTarvenixData.h"
+#include "frmTarvenixSetup.h"
 #include "support/GuiTest.h"
 
 namespace tarvenix::test {

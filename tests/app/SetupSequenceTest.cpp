@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/Session.h"
-#include "app/SetupSequence.h"
+#include "session/Session.h"
+#include "setup/SetupSequence.h"
 #include "support/FailurePoints.h"
 #include "support/HistoryText.h"
 #include "support/RecordingUi.h"

@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <string>
 
-#include "analysis/FileUtils.h"
-#include "analysis/Sound.h"
-#include "app/Startup.h"
+#include "session/FileUtils.h"
+#include "session/Sound.h"
+#include "settings/Startup.h"
 #include "support/TempDir.h"
 
 namespace tarvenix {

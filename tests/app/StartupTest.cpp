@@ -5,9 +5,9 @@
 
 #include <filesystem>
 
-#include "analysis/FileUtils.h"
-#include "app/Session.h"
-#include "app/Startup.h"
+#include "session/FileUtils.h"
+#include "session/Session.h"
+#include "settings/Startup.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 

@@ -9,8 +9,8 @@
 
 #include <QImage>
 
-#include "analysis/FileUtils.h"
-#include "cli/Run.h"
+#include "session/FileUtils.h"
+#include "Run.h"
 #include "support/HistoryText.h"
 #include "support/TempDir.h"
 

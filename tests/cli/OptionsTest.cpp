@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "cli/Options.h"
+#include "Options.h"
 
 namespace tarvenix::cli {
 namespace {

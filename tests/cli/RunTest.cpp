@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "HistorySimulator.h"
-#include "cli/Run.h"
+#include "Run.h"
 #include "support/HistoryText.h"
 #include "support/TempDir.h"
 

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "FuzzSupport.h"
-#include "app/Session.h"
+#include "session/Session.h"
 #include "input/ChannelSelection.h"
 
 using namespace tarvenix;

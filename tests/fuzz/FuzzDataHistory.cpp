@@ -8,7 +8,7 @@
 #include <string>
 
 #include "FuzzSupport.h"
-#include "app/Session.h"
+#include "session/Session.h"
 #include "input/DataHistory.h"
 
 using namespace tarvenix;

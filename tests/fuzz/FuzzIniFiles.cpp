@@ -14,8 +14,8 @@
 #include <vector>
 
 #include "FuzzSupport.h"
-#include "app/IniFiles.h"
-#include "app/Session.h"
+#include "settings/IniFiles.h"
+#include "session/Session.h"
 
 using namespace tarvenix;
 

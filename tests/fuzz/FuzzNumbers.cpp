@@ -14,9 +14,9 @@
 #include <string>
 
 #include "FuzzSupport.h"
-#include "analysis/Basic.h"
-#include "analysis/RuntimeError.h"
-#include "analysis/Utils.h"
+#include "base/Basic.h"
+#include "base/RuntimeError.h"
+#include "session/Utils.h"
 
 using namespace tarvenix;
 

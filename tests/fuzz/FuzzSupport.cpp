@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "app/Session.h"
+#include "session/Session.h"
 
 namespace fs = std::filesystem;
 

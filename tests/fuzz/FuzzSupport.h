@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/UiPort.h"
+#include "session/UiPort.h"
 
 namespace tarvenix {
 struct Session;

@@ -14,11 +14,11 @@
 #include <vector>
 
 #include "HistorySimulator.h"
-#include "app/Dialogs.h"
-#include "app/frmTarvenixData.h"
-#include "app/frmTarvenixSetup.h"
-#include "input/ChSelFileEditor.h"
-#include "input/frmTarvenixChSelFile.h"
+#include "Dialogs.h"
+#include "frmTarvenixData.h"
+#include "frmTarvenixSetup.h"
+#include "setup/ChSelFileEditor.h"
+#include "frmTarvenixChSelFile.h"
 #include "support/GuiTest.h"
 
 namespace tarvenix::test {

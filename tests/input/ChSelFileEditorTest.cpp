@@ -6,9 +6,9 @@
 #include <filesystem>
 #include <string>
 
-#include "analysis/FileUtils.h"
-#include "app/Session.h"
-#include "input/ChSelFileEditor.h"
+#include "session/FileUtils.h"
+#include "session/Session.h"
+#include "setup/ChSelFileEditor.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 

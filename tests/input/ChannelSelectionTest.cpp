@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "app/Session.h"
+#include "session/Session.h"
 #include "input/ChannelSelection.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"

@@ -4,8 +4,8 @@
 #include <QLineEdit>
 #include <QTest>
 
-#include "app/frmTarvenixData.h"
-#include "input/frmTarvenixFirstCycFailures.h"
+#include "frmTarvenixData.h"
+#include "frmTarvenixFirstCycFailures.h"
 #include "support/GuiTest.h"
 
 namespace tarvenix::test {

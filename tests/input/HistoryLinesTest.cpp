@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "analysis/Basic.h"
-#include "analysis/RuntimeError.h"
+#include "base/Basic.h"
+#include "base/RuntimeError.h"
 #include "input/HistoryLines.h"
 #include "support/ErrorNumber.h"
 

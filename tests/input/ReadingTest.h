@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Session.h"
+#include "session/Session.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"
 

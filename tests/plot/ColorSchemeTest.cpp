@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "analysis/RuntimeError.h"
+#include "base/RuntimeError.h"
 #include "plot/Chart.h"
 #include "plot/ColorScheme.h"
 #include "support/ErrorNumber.h"

@@ -5,10 +5,10 @@
 #include <QPdfWriter>
 
 #include "WeibullSamples.h"
-#include "analysis/RuntimeError.h"
-#include "plot/PlotExport.h"
-#include "plot/WeibullPainter.h"
-#include "analysis/FileUtils.h"
+#include "base/RuntimeError.h"
+#include "PlotExport.h"
+#include "WeibullPainter.h"
+#include "session/FileUtils.h"
 #include "support/ErrorNumber.h"
 #include "support/TempDir.h"
 

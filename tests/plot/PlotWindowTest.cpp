@@ -8,12 +8,12 @@
 #include <QCheckBox>
 
 #include "WeibullSamples.h"
-#include "analysis/FileUtils.h"
-#include "app/Dialogs.h"
-#include "app/frmTarvenixData.h"
-#include "plot/TChart.h"
-#include "plot/frmSystemSaveOptions.h"
-#include "plot/frmTarvenixPlot.h"
+#include "session/FileUtils.h"
+#include "Dialogs.h"
+#include "frmTarvenixData.h"
+#include "TChart.h"
+#include "frmSystemSaveOptions.h"
+#include "frmTarvenixPlot.h"
 #include "support/GuiTest.h"
 
 namespace tarvenix::test {

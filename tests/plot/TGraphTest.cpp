@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "analysis/Basic.h"
-#include "analysis/RuntimeError.h"
+#include "base/Basic.h"
+#include "base/RuntimeError.h"
 #include "plot/TGraph.h"
 #include "support/ErrorNumber.h"
 

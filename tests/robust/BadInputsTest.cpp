@@ -14,9 +14,9 @@
 #include <vector>
 
 #include "analysis/Messages.h"
-#include "app/Session.h"
-#include "app/SettingsIO.h"
-#include "app/SetupSequence.h"
+#include "session/Session.h"
+#include "settings/SettingsIO.h"
+#include "setup/SetupSequence.h"
 #include "support/HistoryText.h"
 #include "support/FailurePoints.h"
 #include "support/RecordingUi.h"

@@ -8,8 +8,8 @@
 #include <filesystem>
 
 #include "WeibullSamples.h"
-#include "analysis/RuntimeError.h"
-#include "plot/PlotExport.h"
+#include "base/RuntimeError.h"
+#include "PlotExport.h"
 #include "support/ErrorNumber.h"
 #include "support/TempDir.h"
 

@@ -8,10 +8,10 @@
 #include <functional>
 #include <string>
 
-#include "analysis/FileUtils.h"
+#include "session/FileUtils.h"
 #include "analysis/Report.h"
-#include "app/IniFiles.h"
-#include "app/Session.h"
+#include "settings/IniFiles.h"
+#include "session/Session.h"
 #include "support/ErrorNumber.h"
 #include "support/RecordingUi.h"
 #include "support/TempDir.h"

@@ -1,7 +1,7 @@
 #pragma once
 // The run-time error number a call raises, or 0 when it raises none.
 
-#include "analysis/RuntimeError.h"
+#include "base/RuntimeError.h"
 
 namespace tarvenix::test {
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/Session.h"
-#include "app/UiPort.h"
+#include "session/Session.h"
+#include "session/UiPort.h"
 
 namespace tarvenix::test {
 

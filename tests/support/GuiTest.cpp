@@ -8,7 +8,7 @@
 
 #include <cstdlib>
 
-#include "app/Dialogs.h"
+#include "Dialogs.h"
 
 namespace tarvenix::test {
 namespace {

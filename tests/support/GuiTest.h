@@ -12,7 +12,7 @@
 #include <memory>
 #include <string>
 
-#include "app/App.h"
+#include "App.h"
 #include "support/TempDir.h"
 
 namespace tarvenix::test {

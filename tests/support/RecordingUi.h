@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/UiPort.h"
+#include "session/UiPort.h"
 
 namespace tarvenix::test {
 
