@@ -1,0 +1,152 @@
+// Runs every case folder tests/cases/<area>/<case>/ through tarvenix-cli, in
+// process, and compares what comes out with the folder's expectations.
+//
+// A case folder holds its input files, "args" (the command line, one argument
+// a line; lines starting with "#" are comments) and "expected/": "stdout",
+// "stderr", "exit" (the exit status) and one file for each file the run writes,
+// under that file's name. The run happens in a scratch copy of the folder, so
+// paths in "args" are relative to it. The date in a report's first line reads
+// "<date>". TARVENIX_UPDATE_CASES=1 rewrites the expectations from the run,
+// for a change that was reviewed; git diff shows what changed.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <sstream>
+
+#include "Run.h"
+#include "support/TempDir.h"
+
+namespace fs = std::filesystem;
+
+namespace tarvenix::test {
+namespace {
+
+const fs::path kCasesRoot = fs::path(TARVENIX_SOURCE_DIR) / "tests" / "cases";
+
+std::vector<fs::path> FindCases() {
+  std::vector<fs::path> cases;
+  for (const auto& area : fs::directory_iterator(kCasesRoot)) {
+    if (!area.is_directory()) continue;
+    for (const auto& c : fs::directory_iterator(area.path()))
+      if (c.is_directory()) cases.push_back(c.path());
+  }
+  std::sort(cases.begin(), cases.end());
+  return cases;
+}
+
+std::string Slurp(const fs::path& p) { return ReadAll(p.string()); }
+
+void Spill(const fs::path& p, const std::string& bytes) {
+  std::ofstream(p, std::ios::binary) << bytes;
+}
+
+std::vector<std::string> Arguments(const fs::path& argsFile) {
+  std::vector<std::string> args;
+  std::istringstream in(Slurp(argsFile));
+  for (std::string line; std::getline(in, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (line.empty() || line[0] == '#') continue;
+    args.push_back(line);
+  }
+  return args;
+}
+
+// Every file under a folder, by its path relative to the folder ("a/b.txt"),
+// with its bytes; the case's own expectations are not among them.
+std::map<std::string, std::string> FilesIn(const fs::path& dir) {
+  std::map<std::string, std::string> files;
+  for (auto it = fs::recursive_directory_iterator(dir); it != fs::recursive_directory_iterator(); ++it) {
+    const fs::path rel = fs::relative(it->path(), dir);
+    if (it.depth() == 0 && rel == "expected") {
+      it.disable_recursion_pending();
+    } else if (it->is_regular_file()) {
+      files[rel.generic_string()] = Slurp(it->path());
+    }
+  }
+  return files;
+}
+
+// The report's first line carries the time of the run.
+std::string WithoutDate(const std::string& text) {
+  static const std::regex kFirstLine("^(Created using Tarvenix v[^ ]+ on )[^\r\n]*");
+  return std::regex_replace(text, kFirstLine, "$1<date>", std::regex_constants::format_first_only);
+}
+
+struct Outcome {
+  std::map<std::string, std::string> outputs;  // "stdout", "stderr", "exit" and written files
+};
+
+Outcome RunCase(const fs::path& caseDir) {
+  TempDir scratch;
+  const std::map<std::string, std::string> inputs = FilesIn(caseDir);
+  for (const auto& [name, bytes] : inputs) {
+    if (name == "args") continue;
+    fs::create_directories((fs::path(scratch.Path()) / name).parent_path());
+    scratch.Write(name, bytes);
+  }
+  const fs::path home = fs::current_path();
+  fs::current_path(scratch.Path());
+  std::ostringstream out, err;
+  const int status = cli::Run(Arguments(caseDir / "args"), out, err);
+  fs::current_path(home);
+
+  Outcome o;
+  o.outputs["stdout"] = out.str();
+  o.outputs["stderr"] = err.str();
+  o.outputs["exit"] = std::to_string(status) + "\n";
+  for (const auto& [name, bytes] : FilesIn(scratch.Path())) {
+    auto in = inputs.find(name);
+    if (in == inputs.end() || in->second != bytes) o.outputs[name] = WithoutDate(bytes);
+  }
+  return o;
+}
+
+class Case : public ::testing::TestWithParam<fs::path> {};
+
+TEST_P(Case, GivesItsExpectedOutputs) {
+  const fs::path dir = GetParam();
+  ASSERT_TRUE(fs::is_regular_file(dir / "args")) << dir << " has no args file";
+  const Outcome o = RunCase(dir);
+  const fs::path expectedDir = dir / "expected";
+  const char* update = std::getenv("TARVENIX_UPDATE_CASES");
+  if (update && std::string(update) == "1") {
+    fs::remove_all(expectedDir);
+    fs::create_directory(expectedDir);
+    for (const auto& [name, bytes] : o.outputs) {
+      fs::create_directories((expectedDir / name).parent_path());
+      Spill(expectedDir / name, bytes);
+    }
+    return;
+  }
+  ASSERT_TRUE(fs::is_directory(expectedDir)) << dir << " has no expected/ folder";
+  const std::map<std::string, std::string> expected = FilesIn(expectedDir);
+  for (const char* required : {"stdout", "stderr", "exit"})
+    EXPECT_TRUE(expected.count(required)) << dir << " has no expected/" << required;
+  for (const auto& [name, bytes] : expected) {
+    auto actual = o.outputs.find(name);
+    if (actual == o.outputs.end()) {
+      ADD_FAILURE() << name << " was not written";
+      continue;
+    }
+    EXPECT_EQ(actual->second, bytes) << "in " << name;
+  }
+  for (const auto& [name, bytes] : o.outputs)
+    EXPECT_TRUE(expected.count(name)) << "the run wrote " << name << ", which expected/ does not hold";
+}
+
+std::string CaseName(const ::testing::TestParamInfo<fs::path>& info) {
+  std::string name = info.param.parent_path().filename().string() + "_" + info.param.filename().string();
+  for (char& c : name)
+    if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Folders, Case, ::testing::ValuesIn(FindCases()), CaseName);
+
+}  // namespace
+}  // namespace tarvenix::test
