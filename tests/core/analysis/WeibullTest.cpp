@@ -32,23 +32,6 @@ const FailurePoints kSuspended = Ranked({36, 44, 55, 64, 76, 85, 87, 102});
 // Lives in the thousands.
 const FailurePoints kThousands = Ranked({312, 455, 520, 610, 744, 801, 930, 1105});
 
-TEST(AnalyzeData, PublishedExampleKeepsSinglePrecisionResultsAndTracesThem) {
-  Session s;
-  RecordingUi ui;
-  s.bDebug = true;
-  LoadFailurePoints(s, 1, 10, kPublished);
-  s.iFractionType() = median;
-  s.iNParamType() = N63;
-  AnalyzeData(s, ui, false);
-  EXPECT_NEAR(s.sngBeta(1), 2.02739, 5e-5);  // single-precision sums: about 1e-5
-  EXPECT_NEAR(s.sngNParam(1), 96.3735, 5e-4);
-  EXPECT_TRUE(ui.textLines.empty() && ui.statuses.empty()) << "no display without bShowResults";
-  EXPECT_EQ(ui.debugLines, (std::vector<std::string>{"Analysis of group data size of 10 channels.",
-                                                     "The survival fractions & cycle #s for the 10 events are:",
-                                                     "Tarvenix slope (beta), Nx are:",
-                                                     basic::Str(s.sngBeta(1)) + "  " + basic::Str(s.sngNParam(1))}));
-}
-
 // Every figure below comes from tools/reference/weibull_reference.py: NumPy's
 // polyfit for beta and the N life, SciPy's linregress for R-squared and the
 // slope's standard error (times the tabulated t, over beta, in percent), and the
@@ -127,41 +110,6 @@ TEST(AnalyzeData, StoredSinglesDecideTheLastDigit) {
   }
 }
 
-TEST(SurvivalFraction, UsesTheCumulativeCountAndEveryChannel) {
-  const std::pair<int16_t, std::vector<double>> cases[] = {
-      {unadjusted, {1 - 1 / 10.0, 1 - 3 / 10.0, 1 - 4 / 10.0}},
-      {mean, {1 - 1 / 11.0, 1 - 3 / 11.0, 1 - 4 / 11.0}},
-      {median, {1 - 0.7 / 10.4, 1 - 2.7 / 10.4, 1 - 3.7 / 10.4}},
-      {3, {0, 0, 0}},
-  };
-  for (const auto& [method, expected] : cases) {
-    Session s;
-    LoadFailurePoints(s, 2, 10, {{100, 1}, {200, 3}, {400, 4}});
-    s.iFractionType() = method;
-    for (int16_t i = 1; i <= 3; ++i)
-      EXPECT_EQ(SurvivalFraction(s, i), static_cast<float>(expected[static_cast<std::size_t>(i - 1)]))
-          << method << " point " << i;
-  }
-}
-
-TEST(StudentT, SwitchesAtTenTwentyThirtySixtyAndOneHundredTwenty) {
-  struct Case {
-    int16_t n;
-    double t90, t95;
-  } cases[] = {{0, 1.9, 2.45},      {9, 1.9, 2.45},     {10, 1.75, 2.13},    {19, 1.75, 2.13},
-               {20, 1.71, 2.06},    {29, 1.71, 2.06},   {30, 1.684, 2.02},   {59, 1.684, 2.02},
-               {60, 1.66, 1.99},    {119, 1.66, 1.99},  {120, 1.648, 1.96},  {1024, 1.648, 1.96}};
-  for (const Case& c : cases) {
-    Session s;
-    s.iDataSetNum = 4;
-    s.iNumEvents(4) = c.n;
-    s.iConfLevel() = 0;
-    EXPECT_EQ(StudentT(s), c.t90) << c.n;
-    s.iConfLevel() = 7;  // any level but 0 is 95 %
-    EXPECT_EQ(StudentT(s), c.t95) << c.n;
-  }
-}
-
 const std::string kNotice =
     "The specified data file has been scanned in conjunction with the\r"
     "the specified list of channels to be analyzed and no failures\r"
@@ -202,18 +150,6 @@ TEST(AnalyzeData, FailurePaths) {
     EXPECT_EQ(ui.calls, c.calls) << c.what;
     EXPECT_EQ(s.sBetaResult(1), "earlier") << c.what;
   }
-}
-
-TEST(AnalyzeData, StopsAtACycleOnePointKeepingWhatWasStoredBefore) {
-  Session s;
-  RecordingUi ui;
-  LoadFailurePoints(s, 1, 10, {{50, 1}, {1, 2}, {70, 3}, {90, 4}, {120, 5}});
-  AnalyzeData(s, ui, true);
-  EXPECT_EQ(s.sngWeiX(1, 1), static_cast<float>(std::log(50.0)));
-  EXPECT_EQ(s.sngWeiX(1, 2), 0.0f);
-  EXPECT_NE(s.sngWeiY(1, 2), 0.0f);
-  EXPECT_EQ(s.sngWeiX(1, 3), 0.0f) << "nothing after the cycle-1 point";
-  EXPECT_EQ(s.sngBeta(1), 0.0f);
 }
 
 TEST(NConfidenceRange, AFaultLeavesTheLifeWithoutItsRange) {

@@ -48,22 +48,6 @@ struct Built {
   }
 };
 
-TEST(WeibullPaper, ProbabilityScaleComesFromTheInnerRectangle) {
-  for (bool large : {false, true}) {
-    Graph g;
-    g.bLargePlot = large;
-    SetProbabilityScale(g, ChartWithInner());
-    EXPECT_EQ(g.sngPlotBottom, 607);
-    EXPECT_EQ(g.sngPlotTop, 80);
-    EXPECT_EQ(g.sngPlotLeft, 100);
-    EXPECT_EQ(g.sngPlotRight, 900);
-    EXPECT_EQ(g.sngTickLen, large ? 5 : 3);
-    EXPECT_FLOAT_EQ(g.sngProbScale, 527 / (1.708642 + 3.901939));
-    EXPECT_NEAR(YOfFraction(g, 0.02), 607, 1e-9);
-    EXPECT_NEAR(YOfFraction(g, 0.996), 80, 1e-3);
-  }
-}
-
 TEST(WeibullPaper, Log10RoundsToSinglePrecisionSoPowersOfTenAreExact) {
   // ln 10 rounded to single precision is a little large: without rounding the
   // quotient, 10000 would come out at 3.99999994 and truncate to 3.
@@ -205,17 +189,18 @@ TEST(WeibullPaper, LegendTitleAndAxisTitles) {
   EXPECT_EQ(b.chart.axes[kAxisBottom].title, "Number of Mechanical Cycles Elapsed");
 }
 
-TEST(WeibullPaper, PercentRowsAndTheirLabels) {
+TEST(WeibullPaper, PercentRowsRunFromTwoToNinetyNinePointSixAtTheirOrdinates) {
   Graph g;
   SetProbabilityScale(g, ChartWithInner());
   std::vector<std::string> labels;
-  for (const ProbabilityRow& row : ProbabilityRows(g)) {
-    labels.push_back(row.label);
-    EXPECT_EQ(row.y, Pixel(YOfFraction(g, row.percent / 100))) << row.label;
-  }
-  std::vector<std::string> expected = {"2",  "3",  "4",  "5",  "10", "20", "30", "40",
-                                       "50", "60", "70", "80", "90", "99", "99.6"};
-  EXPECT_EQ(labels, expected);
+  for (const ProbabilityRow& row : ProbabilityRows(g)) labels.push_back(row.label);
+  EXPECT_EQ(labels, (std::vector<std::string>{"2", "3", "4", "5", "10", "20", "30", "40", "50", "60", "70", "80",
+                                              "90", "99", "99.6"}));
+  // The paper fills the inner rectangle less its margins: 2 % at row 607,
+  // 99.6 % at row 80, 63.2 % where ln(-ln(1-F)) is 0.
+  EXPECT_EQ(ProbabilityRows(g).front().y, 607);
+  EXPECT_EQ(ProbabilityRows(g).back().y, 80);
+  EXPECT_EQ(Pixel(YOfFraction(g, 1 - std::exp(-1.0))), Pixel(80 + 527 * 1.708642 / (1.708642 + 3.901939)));
   EXPECT_EQ(PowerOfTenLabel(3), "1E3");
   EXPECT_EQ(PowerOfTenLabel(-1), "1E-1");
 }
