@@ -5,7 +5,9 @@
 // a line; lines starting with "#" are comments) and "expected/": "stdout",
 // "stderr", "exit" (the exit status) and one file for each file the run writes,
 // under that file's name. The run happens in a scratch copy of the folder, so
-// paths in "args" are relative to it. The date in a report's first line reads
+// paths in "args" are relative to it. A line "----" in "args" starts another
+// run in the same folder, for behaviours that each end a run (usage errors,
+// refused files): their outputs follow one another, one exit status a line. The date in a report's first line reads
 // "<date>". TARVENIX_UPDATE_CASES=1 rewrites the expectations from the run,
 // for a change that was reviewed; git diff shows what changed.
 
@@ -45,15 +47,19 @@ void Spill(const fs::path& p, const std::string& bytes) {
   std::ofstream(p, std::ios::binary) << bytes;
 }
 
-std::vector<std::string> Arguments(const fs::path& argsFile) {
-  std::vector<std::string> args;
+// The command lines of the runs.
+std::vector<std::vector<std::string>> Runs(const fs::path& argsFile) {
+  std::vector<std::vector<std::string>> runs(1);
   std::istringstream in(Slurp(argsFile));
   for (std::string line; std::getline(in, line);) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (line.empty() || line[0] == '#') continue;
-    args.push_back(line);
+    if (line == "----") {
+      runs.emplace_back();
+    } else if (!line.empty() && line[0] != '#') {
+      runs.back().push_back(line);
+    }
   }
-  return args;
+  return runs;
 }
 
 // Every file under a folder, by its path relative to the folder ("a/b.txt"),
@@ -91,14 +97,14 @@ Outcome RunCase(const fs::path& caseDir) {
   }
   const fs::path home = fs::current_path();
   fs::current_path(scratch.Path());
-  std::ostringstream out, err;
-  const int status = cli::Run(Arguments(caseDir / "args"), out, err);
+  std::ostringstream out, err, statuses;
+  for (const std::vector<std::string>& args : Runs(caseDir / "args")) statuses << cli::Run(args, out, err) << "\n";
   fs::current_path(home);
 
   Outcome o;
   o.outputs["stdout"] = out.str();
   o.outputs["stderr"] = err.str();
-  o.outputs["exit"] = std::to_string(status) + "\n";
+  o.outputs["exit"] = statuses.str();
   for (const auto& [name, bytes] : FilesIn(scratch.Path())) {
     auto in = inputs.find(name);
     if (in == inputs.end() || in->second != bytes) o.outputs[name] = WithoutDate(bytes);

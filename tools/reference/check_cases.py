@@ -1,0 +1,124 @@
+#!/usr/bin/python3
+"""Checks the figures of every case folder's expected report against the
+independent reference (weibull_reference.analyse_single).
+
+For each tests/cases/<area>/<case>/expected/ file that is an analysis report,
+the report's last data set is the current one, so its "Failure Fraction"
+column is its own: the channel count N is the one whose fractions (by the
+method the case's args choose) give that whole column. The reference then
+recomputes the fraction and ordinate columns and the BETA, N50 or N63,
+R-squared and confidence lines from the table's points.
+
+    /usr/bin/python3 tools/reference/check_cases.py [tests/cases]
+
+Prints one line per checked report and every disagreement; exits 1 on any.
+"""
+import math
+import os
+import re
+import sys
+
+import numpy as np
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+from weibull_reference import analyse_single, survival  # noqa: E402
+
+ROW = re.compile(r"^\s*(\d+),\s+(-?\d+),\s+(-?[\d.]+),\s+(-?[\d.]+)\s*$")
+BETA = re.compile(r"^BETA = *(-?[\d.]+) +\((\d+)% confidence level: \+/- *(-?[\d.]+)%\)$")
+LIFE = re.compile(r"^(N50|N63) = *(-?[\d.]+) +\(\d+% confidence range: *(-?\d+) to *(-?\d+)\)$")
+RSQ = re.compile(r"^R-squared = *(-?[\d.]+)$")
+
+
+def scaled(v, decimals):
+    """A value as printed with `decimals` places, as a whole number of the last place."""
+    return int(round(v * 10 ** decimals))
+
+
+def fraction_option(args_text):
+    """The --fraction of the last run that writes a report (runs are split at "----")."""
+    runs = args_text.split("\n----\n")
+    run = next((r for r in reversed(runs) if "--report" in r), runs[-1])
+    lines = [l.strip() for l in run.splitlines() if l.strip() and not l.startswith("#")]
+    fraction = "unadjusted"
+    for i, line in enumerate(lines):
+        if line.startswith("--fraction="):
+            fraction = line.split("=", 1)[1]
+        elif line == "--fraction" and i + 1 < len(lines):
+            fraction = lines[i + 1]
+    return fraction
+
+
+def last_data_set(report):
+    lines = report.replace("\r\n", "\n").split("\n")
+    starts = [i for i, l in enumerate(lines) if re.match(r"^Data Set #\d+", l)]
+    return lines[starts[-1]:] if starts else []
+
+
+def group_sizes(points, fractions, method):
+    """Every N whose fractions give the printed column."""
+    return [N for N in range(max(j for _, j in points), 1025)
+            if all(scaled(1 - survival(j, N, method), 4) == scaled(f, 4) for (_, j), f in zip(points, fractions))]
+
+
+def check_report(name, report, args_text):
+    """The disagreements of one report's last data set with the reference."""
+    lines = last_data_set(report)
+    rows = [m.groups() for m in map(ROW.match, lines) if m]
+    beta = next((m for m in map(BETA.match, lines) if m), None)
+    life = next((m for m in map(LIFE.match, lines) if m), None)
+    rsq = next((m for m in map(RSQ.match, lines) if m), None)
+    if not (rows and beta and life and rsq):
+        return [f"{name}: the last data set has no complete analysis to check"]
+    points = [(int(c), int(j)) for j, c, _, _ in rows]
+    fractions = [float(f) for _, _, f, _ in rows]
+    ordinates = [float(y) for _, _, _, y in rows]
+    method = fraction_option(args_text)
+    level = int(beta.group(2))
+    sizes = group_sizes(points, fractions, method)
+    if not sizes:
+        return [f"{name}: no channel count gives the Failure Fraction column ({method})"]
+    problems = []
+    printed = (scaled(float(beta.group(1)), 2), scaled(float(beta.group(3)), 1), scaled(float(life.group(2)), 0),
+               int(life.group(3)), int(life.group(4)), scaled(float(rsq.group(1)), 2))
+    for N in sizes:
+        b, n, r2, conf, lower, upper = analyse_single(N, points, method, life.group(1), level)
+        expected = (scaled(b, 2), scaled(conf, 1), scaled(n, 0), lower, upper, scaled(r2, 2))
+        if expected != printed:
+            problems.append(f"{name}: N={N} {method} {life.group(1)} {level}%: reference (beta, conf, life, lower,"
+                            f" upper, r2) {expected}, report {printed}")
+        for (c, j), y in zip(points, ordinates):
+            S = np.float32(survival(j, N, method))
+            if scaled(float(np.float32(math.log(-math.log(float(S))))), 4) != scaled(y, 4):
+                problems.append(f"{name}: N={N}: the ordinate of row {j} at cycle {c} should be "
+                                f"{math.log(-math.log(float(S))):.4f}, not {y}")
+    return problems
+
+
+def main(root):
+    problems, checked = [], 0
+    for area in sorted(os.listdir(root)):
+        for case in sorted(os.listdir(os.path.join(root, area))) if os.path.isdir(os.path.join(root, area)) else []:
+            folder = os.path.join(root, area, case)
+            expected = os.path.join(folder, "expected")
+            if not os.path.isdir(expected) or not os.path.isfile(os.path.join(folder, "args")):
+                continue
+            with open(os.path.join(folder, "args"), encoding="latin-1") as f:
+                args_text = f.read().replace("\r\n", "\n")
+            for file in sorted(os.listdir(expected)):
+                with open(os.path.join(expected, file), "rb") as f:
+                    text = f.read().decode("latin-1")
+                if not text.startswith("Created using Tarvenix"):
+                    continue
+                found = check_report(f"{area}/{case}/{file}", text, args_text)
+                checked += 1
+                problems += found
+                print(f"{'FAIL' if found else 'ok  '} {area}/{case}/{file}")
+    for p in problems:
+        print(p)
+    print(f"{checked} reports checked, {len(problems)} disagreements")
+    return 1 if problems or not checked else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1] if len(sys.argv) > 1 else
+                  os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tests", "cases")))
