@@ -25,7 +25,8 @@ from weibull_reference import analyse_single, survival  # noqa: E402
 
 ROW = re.compile(r"^\s*(\d+),\s+(-?\d+),\s+(-?[\d.]+),\s+(-?[\d.]+)\s*$")
 BETA = re.compile(r"^BETA = *(-?[\d.]+) +\((\d+)% confidence level: \+/- *(-?[\d.]+)%\)$")
-LIFE = re.compile(r"^(N50|N63) = *(-?[\d.]+) +\(\d+% confidence range: *(-?\d+) to *(-?\d+)\)$")
+# The range is left out when it cannot be computed.
+LIFE = re.compile(r"^(N50|N63) = *(-?[\d.]+) +(?:\(\d+% confidence range: *(-?\d+) to *(-?\d+)\))?$")
 RSQ = re.compile(r"^R-squared = *(-?[\d.]+)$")
 
 
@@ -86,7 +87,7 @@ def check_report(name, report, args_text):
         return [f"{name}: no channel count gives the Failure Fraction and Weibull Ordinate columns ({method})"]
     problems = []
     printed = (scaled(float(beta.group(1)), 2), scaled(float(beta.group(3)), 1), scaled(float(life.group(2)), 0),
-               int(life.group(3)), int(life.group(4)), scaled(float(rsq.group(1)), 2))
+               life.group(3) and int(life.group(3)), life.group(4) and int(life.group(4)), scaled(float(rsq.group(1)), 2))
     for N in sizes:
         b, n, r2, conf, lower, upper = analyse_single(N, points, method, life.group(1), level)
         expected = (scaled(b, 2), scaled(conf, 1), scaled(n, 0), lower, upper, scaled(r2, 2))
