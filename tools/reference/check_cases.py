@@ -110,8 +110,8 @@ def main(root):
             for file in sorted(os.listdir(expected)):
                 with open(os.path.join(expected, file), "rb") as f:
                     text = f.read().decode("latin-1")
-                if not text.startswith("Created using Tarvenix"):
-                    continue
+                if not text.startswith("Created using Tarvenix") or not last_data_set(text):
+                    continue  # not a report, or one of no data set
                 found = check_report(f"{area}/{case}/{file}", text, args_text)
                 checked += 1
                 problems += found
