@@ -83,11 +83,10 @@ std::string WithoutDate(const std::string& text) {
   return std::regex_replace(text, kFirstLine, "$1<date>", std::regex_constants::format_first_only);
 }
 
-struct Outcome {
-  std::map<std::string, std::string> outputs;  // "stdout", "stderr", "exit" and written files
-};
+// What a case's runs give: "stdout", "stderr", "exit" and each file written.
+using Outputs = std::map<std::string, std::string>;
 
-Outcome RunCase(const fs::path& caseDir) {
+Outputs RunCase(const fs::path& caseDir) {
   TempDir scratch;
   const std::map<std::string, std::string> inputs = FilesIn(caseDir);
   for (const auto& [name, bytes] : inputs) {
@@ -101,13 +100,10 @@ Outcome RunCase(const fs::path& caseDir) {
   for (const std::vector<std::string>& args : Runs(caseDir / "args")) statuses << cli::Run(args, out, err) << "\n";
   fs::current_path(home);
 
-  Outcome o;
-  o.outputs["stdout"] = out.str();
-  o.outputs["stderr"] = err.str();
-  o.outputs["exit"] = statuses.str();
+  Outputs o = {{"stdout", out.str()}, {"stderr", err.str()}, {"exit", statuses.str()}};
   for (const auto& [name, bytes] : FilesIn(scratch.Path())) {
     auto in = inputs.find(name);
-    if (in == inputs.end() || in->second != bytes) o.outputs[name] = WithoutDate(bytes);
+    if (in == inputs.end() || in->second != bytes) o[name] = WithoutDate(bytes);
   }
   return o;
 }
@@ -117,32 +113,24 @@ class Case : public ::testing::TestWithParam<fs::path> {};
 TEST_P(Case, GivesItsExpectedOutputs) {
   const fs::path dir = GetParam();
   ASSERT_TRUE(fs::is_regular_file(dir / "args")) << dir << " has no args file";
-  const Outcome o = RunCase(dir);
+  const Outputs o = RunCase(dir);
   const fs::path expectedDir = dir / "expected";
   const char* update = std::getenv("TARVENIX_UPDATE_CASES");
   if (update && std::string(update) == "1") {
     fs::remove_all(expectedDir);
-    fs::create_directory(expectedDir);
-    for (const auto& [name, bytes] : o.outputs) {
+    for (const auto& [name, bytes] : o) {
       fs::create_directories((expectedDir / name).parent_path());
       Spill(expectedDir / name, bytes);
     }
     return;
   }
   ASSERT_TRUE(fs::is_directory(expectedDir)) << dir << " has no expected/ folder";
-  const std::map<std::string, std::string> expected = FilesIn(expectedDir);
-  for (const char* required : {"stdout", "stderr", "exit"})
-    EXPECT_TRUE(expected.count(required)) << dir << " has no expected/" << required;
-  for (const auto& [name, bytes] : expected) {
-    auto actual = o.outputs.find(name);
-    if (actual == o.outputs.end()) {
-      ADD_FAILURE() << name << " was not written";
-      continue;
-    }
-    EXPECT_EQ(actual->second, bytes) << "in " << name;
-  }
-  for (const auto& [name, bytes] : o.outputs)
-    EXPECT_TRUE(expected.count(name)) << "the run wrote " << name << ", which expected/ does not hold";
+  // Every output must be expected and every expectation met, stdout, stderr
+  // and exit included.
+  Outputs expected = FilesIn(expectedDir), actual = o;
+  for (const auto& [name, bytes] : o) expected.try_emplace(name, "<not in expected/>");
+  for (const auto& [name, bytes] : expected) actual.try_emplace(name, "<not written>");
+  for (const auto& [name, bytes] : expected) EXPECT_EQ(actual[name], bytes) << "in " << name;
 }
 
 std::string CaseName(const ::testing::TestParamInfo<fs::path>& info) {
