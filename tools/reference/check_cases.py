@@ -35,17 +35,15 @@ def scaled(v, decimals):
     return int(round(v * 10 ** decimals))
 
 
-def fraction_option(args_text):
-    """The --fraction of the last run that writes a report (runs are split at "----")."""
-    runs = args_text.split("\n----\n")
-    run = next((r for r in reversed(runs) if "--report" in r), runs[-1])
-    lines = [l.strip() for l in run.splitlines() if l.strip() and not l.startswith("#")]
+def fraction_option(args_text, report_name):
+    """The --fraction of the last run that writes the report (runs are split at "----")."""
     fraction = "unadjusted"
-    for i, line in enumerate(lines):
-        if line.startswith("--fraction="):
-            fraction = line.split("=", 1)[1]
-        elif line == "--fraction" and i + 1 < len(lines):
-            fraction = lines[i + 1]
+    for run in args_text.split("\n----\n"):
+        args = [l for l in run.splitlines() if l and not l.startswith("#")]
+        pairs = [a.split("=", 1) if a.startswith("--") and "=" in a else [a, args[i + 1] if i + 1 < len(args) else ""]
+                 for i, a in enumerate(args)]
+        if ["--report", report_name] in pairs:
+            fraction = next((v for k, v in reversed(pairs) if k == "--fraction"), "unadjusted")
     return fraction
 
 
@@ -68,7 +66,7 @@ def group_sizes(points, fractions, ordinates, method):
                    for (_, j), f, y in zip(points, fractions, ordinates))]
 
 
-def check_report(name, report, args_text):
+def check_report(name, report, args_text, report_name):
     """The disagreements of one report's last data set with the reference."""
     lines = last_data_set(report)
     rows = [m.groups() for m in map(ROW.match, lines) if m]
@@ -80,7 +78,7 @@ def check_report(name, report, args_text):
     points = [(int(c), int(j)) for j, c, _, _ in rows]
     fractions = [float(f) for _, _, f, _ in rows]
     ordinates = [float(y) for _, _, _, y in rows]
-    method = fraction_option(args_text)
+    method = fraction_option(args_text, report_name)
     level = int(beta.group(2))
     sizes = group_sizes(points, fractions, ordinates, method)
     if not sizes:
@@ -112,7 +110,7 @@ def main(root):
                     text = f.read().decode("latin-1")
                 if not text.startswith("Created using Tarvenix") or not last_data_set(text):
                     continue  # not a report, or one of no data set
-                found = check_report(f"{area}/{case}/{file}", text, args_text)
+                found = check_report(f"{area}/{case}/{file}", text, args_text, file)
                 checked += 1
                 problems += found
                 print(f"{'FAIL' if found else 'ok  '} {area}/{case}/{file}")
