@@ -8,7 +8,8 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 DEB_PACKAGES := cmake g++ make pkgconf \
 	qt6-base-dev qt6-svg-dev qt6-multimedia-dev \
 	libgtest-dev libgmock-dev libbenchmark-dev \
-	xvfb xauth fonts-dejavu-core fonts-liberation time
+	xvfb xauth fonts-dejavu-core fonts-liberation time \
+	python3-numpy python3-scipy python3-sympy
 
 # The fuzz targets' compiler and its sanitizer and fuzzer runtimes.
 FUZZ_PACKAGES := cmake make clang-14 libclang-rt-14-dev

@@ -5,7 +5,9 @@
 // a line; lines starting with "#" are comments) and "expected/": "stdout",
 // "stderr", "exit" (the exit status) and one file for each file the run writes,
 // under that file's name. The run happens in a scratch copy of the folder, so
-// paths in "args" are relative to it. The date in a report's first line reads
+// paths in "args" are relative to it. A line "----" in "args" starts another
+// run in the same folder, for behaviours that each end a run (usage errors,
+// refused files): their outputs follow one another, one exit status a line. The date in a report's first line reads
 // "<date>". TARVENIX_UPDATE_CASES=1 rewrites the expectations from the run,
 // for a change that was reviewed; git diff shows what changed.
 
@@ -15,7 +17,6 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <regex>
 #include <sstream>
 
 #include "Run.h"
@@ -45,15 +46,19 @@ void Spill(const fs::path& p, const std::string& bytes) {
   std::ofstream(p, std::ios::binary) << bytes;
 }
 
-std::vector<std::string> Arguments(const fs::path& argsFile) {
-  std::vector<std::string> args;
+// The command lines of the runs.
+std::vector<std::vector<std::string>> Runs(const fs::path& argsFile) {
+  std::vector<std::vector<std::string>> runs(1);
   std::istringstream in(Slurp(argsFile));
   for (std::string line; std::getline(in, line);) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (line.empty() || line[0] == '#') continue;
-    args.push_back(line);
+    if (line == "----") {
+      runs.emplace_back();
+    } else if (!line.empty() && line[0] != '#') {
+      runs.back().push_back(line);
+    }
   }
-  return args;
+  return runs;
 }
 
 // Every file under a folder, by its path relative to the folder ("a/b.txt"),
@@ -72,16 +77,18 @@ std::map<std::string, std::string> FilesIn(const fs::path& dir) {
 }
 
 // The report's first line carries the time of the run.
-std::string WithoutDate(const std::string& text) {
-  static const std::regex kFirstLine("^(Created using Tarvenix v[^ ]+ on )[^\r\n]*");
-  return std::regex_replace(text, kFirstLine, "$1<date>", std::regex_constants::format_first_only);
+std::string WithoutDate(std::string text) {
+  const std::string head = "Created using Tarvenix v";
+  const std::size_t on = text.find(" on ");
+  if (text.rfind(head, 0) == 0 && on < text.find_first_of("\r\n"))
+    text.replace(on + 4, text.find_first_of("\r\n") - on - 4, "<date>");
+  return text;
 }
 
-struct Outcome {
-  std::map<std::string, std::string> outputs;  // "stdout", "stderr", "exit" and written files
-};
+// What a case's runs give: "stdout", "stderr", "exit" and each file written.
+using Outputs = std::map<std::string, std::string>;
 
-Outcome RunCase(const fs::path& caseDir) {
+Outputs RunCase(const fs::path& caseDir) {
   TempDir scratch;
   const std::map<std::string, std::string> inputs = FilesIn(caseDir);
   for (const auto& [name, bytes] : inputs) {
@@ -91,17 +98,14 @@ Outcome RunCase(const fs::path& caseDir) {
   }
   const fs::path home = fs::current_path();
   fs::current_path(scratch.Path());
-  std::ostringstream out, err;
-  const int status = cli::Run(Arguments(caseDir / "args"), out, err);
+  std::ostringstream out, err, statuses;
+  for (const std::vector<std::string>& args : Runs(caseDir / "args")) statuses << cli::Run(args, out, err) << "\n";
   fs::current_path(home);
 
-  Outcome o;
-  o.outputs["stdout"] = out.str();
-  o.outputs["stderr"] = err.str();
-  o.outputs["exit"] = std::to_string(status) + "\n";
+  Outputs o = {{"stdout", out.str()}, {"stderr", err.str()}, {"exit", statuses.str()}};
   for (const auto& [name, bytes] : FilesIn(scratch.Path())) {
     auto in = inputs.find(name);
-    if (in == inputs.end() || in->second != bytes) o.outputs[name] = WithoutDate(bytes);
+    if (in == inputs.end() || in->second != bytes) o[name] = WithoutDate(bytes);
   }
   return o;
 }
@@ -111,32 +115,24 @@ class Case : public ::testing::TestWithParam<fs::path> {};
 TEST_P(Case, GivesItsExpectedOutputs) {
   const fs::path dir = GetParam();
   ASSERT_TRUE(fs::is_regular_file(dir / "args")) << dir << " has no args file";
-  const Outcome o = RunCase(dir);
+  const Outputs o = RunCase(dir);
   const fs::path expectedDir = dir / "expected";
   const char* update = std::getenv("TARVENIX_UPDATE_CASES");
   if (update && std::string(update) == "1") {
     fs::remove_all(expectedDir);
-    fs::create_directory(expectedDir);
-    for (const auto& [name, bytes] : o.outputs) {
+    for (const auto& [name, bytes] : o) {
       fs::create_directories((expectedDir / name).parent_path());
       Spill(expectedDir / name, bytes);
     }
     return;
   }
   ASSERT_TRUE(fs::is_directory(expectedDir)) << dir << " has no expected/ folder";
-  const std::map<std::string, std::string> expected = FilesIn(expectedDir);
-  for (const char* required : {"stdout", "stderr", "exit"})
-    EXPECT_TRUE(expected.count(required)) << dir << " has no expected/" << required;
-  for (const auto& [name, bytes] : expected) {
-    auto actual = o.outputs.find(name);
-    if (actual == o.outputs.end()) {
-      ADD_FAILURE() << name << " was not written";
-      continue;
-    }
-    EXPECT_EQ(actual->second, bytes) << "in " << name;
-  }
-  for (const auto& [name, bytes] : o.outputs)
-    EXPECT_TRUE(expected.count(name)) << "the run wrote " << name << ", which expected/ does not hold";
+  // Every output must be expected and every expectation met, stdout, stderr
+  // and exit included.
+  Outputs expected = FilesIn(expectedDir), actual = o;
+  for (const auto& [name, bytes] : o) expected.try_emplace(name, "<not in expected/>");
+  for (const auto& [name, bytes] : expected) actual.try_emplace(name, "<not written>");
+  for (const auto& [name, bytes] : expected) EXPECT_EQ(actual[name], bytes) << "in " << name;
 }
 
 std::string CaseName(const ::testing::TestParamInfo<fs::path>& info) {

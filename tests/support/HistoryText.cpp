@@ -3,6 +3,13 @@
 namespace tarvenix::test {
 namespace {
 
+// The three characters that name a channel: "  5", " 17", "999", "024" (1024).
+std::string ChannelField(int channel) {
+  std::string digits = std::to_string(channel % 1000);
+  if (channel >= 1000) return std::string(3 - digits.size(), '0') + digits;
+  return std::string(3 - digits.size(), ' ') + digits;
+}
+
 std::string Entries(const std::vector<int>& channels) {
   std::string text;
   for (int ch : channels) text += " " + ChannelField(ch) + ":O.";
@@ -18,18 +25,10 @@ std::string Padded(std::string text, std::size_t width) {
 
 std::string DataCycleLine(long long cycle) { return "Cycle # " + std::to_string(cycle); }
 
-std::string ChannelField(int channel) {
-  std::string digits = std::to_string(channel % 1000);
-  if (channel >= 1000) return std::string(3 - digits.size(), '0') + digits;
-  return std::string(3 - digits.size(), ' ') + digits;
-}
-
 std::string EventLine(int occurrence, const std::vector<int>& channels) {
   std::string number = std::to_string(occurrence);
   return std::string(3 - number.size(), '0') + number + "::" + Entries(channels);
 }
-
-std::string ContinuationLine(const std::vector<int>& channels) { return "     ." + Entries(channels); }
 
 std::string TempLine(const std::string& count) { return Padded("    T =  125.0 C", 33) + count; }
 

@@ -10,12 +10,8 @@ namespace tarvenix::test {
 
 // "Cycle # n".
 std::string DataCycleLine(long long cycle);
-// The three characters that name a channel: "  5", " 17", "999", "024" (1024).
-std::string ChannelField(int channel);
 // Occurrence number (three digits), "::", then one entry " CCC:O." a channel.
 std::string EventLine(int occurrence, const std::vector<int>& channels);
-// Blanks, a "." at position 6, then entries as on an event line.
-std::string ContinuationLine(const std::vector<int>& channels);
 // "T =" at positions 5 to 7 and the text `count` from position 34.
 std::string TempLine(const std::string& count);
 // "M =" at positions 5 to 7 and the text `count` from position 37.

@@ -8,8 +8,10 @@ standard error (scipy.stats.linregress), and the N life's range from the
 inverse of the observed information matrix of the Weibull log-likelihood,
 differentiated symbolically by SymPy at the regression estimates.
 
-Not part of the build or the tests; run it by hand when a figure is in doubt:
+Run it by hand when a figure is in doubt:
     /usr/bin/python3 tools/reference/weibull_reference.py
+check_cases.py (the test reference.cases) checks the case folders' reports
+with analyse_single.
 """
 import math
 
@@ -133,12 +135,17 @@ def analyse_single(N, points, fraction, nparam, level):
     times = [c for c, _ in points] + [-suspended] * (N - n)
     eta = round_even(life) / LN2 ** (1 / beta) if nparam == "N50" else life
     cov = np.linalg.inv(-loglik_hessian(times, beta, eta))
+    # No range (None, None) when a variance comes out negative or a bound leaves
+    # the 32-bit whole numbers: the report then prints the life alone.
+    if min(cov[0, 0], cov[1, 1]) < 0:
+        return beta, life, r2, conf, None, None
     w = math.exp(float(f32(Z[level])) * math.sqrt(cov[0, 0]) / eta)
-    lower, upper = round_even(eta / w), round_even(eta * w)
+    bounds = [eta / w, eta * w]
     if nparam == "N50":
-        upper = round_even(upper * LN2 ** (1 / beta))
-        lower = round_even(lower * LN2 ** (1 / beta))
-    return beta, life, r2, conf, lower, upper
+        bounds += [round_even(b) * LN2 ** (1 / beta) for b in bounds if abs(b) < 2 ** 31]
+    if any(abs(b) >= 2 ** 31 - 0.5 for b in bounds):
+        return beta, life, r2, conf, None, None
+    return (beta, life, r2, conf) + tuple(round_even(b) for b in bounds[-2:])
 
 
 def rounding_margin(v, scale):
