@@ -131,7 +131,7 @@ void DrawCyclesAxis(QPainter& p, const Graph& g, const ChartModel& chart, const 
   p.setRenderHint(QPainter::Antialiasing, false);
   for (int k = 0; k < g.iDecades; ++k) {
     for (int m = 2; m <= 9; ++m) {
-      double x = g.sngPlotLeft + (k + std::log10(m)) * g.sngDecadeWidth;
+      double x = modTGraph::ColumnAtDecade(g, k + std::log10(m));
       p.setPen(QPen(ToQColor(kMinorGrid), 1));
       p.drawLine(QLineF(x, top, x, bottom));
       p.setPen(QPen(ToQColor(axis.penColor), 1));
@@ -144,7 +144,7 @@ void DrawCyclesAxis(QPainter& p, const Graph& g, const ChartModel& chart, const 
   const double labelWidth = fm.horizontalAdvance(Text(modTGraph::PowerOfTenLabel(g.iLowDecade + g.iDecades)));
   const int every = std::max(1, static_cast<int>(std::ceil((labelWidth + 8) / std::max(1.0f, g.sngDecadeWidth))));
   for (int k = 0; k <= g.iDecades; ++k) {
-    double x = g.sngPlotLeft + k * g.sngDecadeWidth;
+    double x = modTGraph::ColumnAtDecade(g, k);
     p.setPen(QPen(ToQColor(kSilver), 1));
     if (k > 0 && k < g.iDecades) p.drawLine(QLineF(x, top, x, bottom));
     p.setPen(QPen(ToQColor(axis.penColor), 1));
