@@ -6,6 +6,7 @@
 #include <QLockFile>
 #include <QScreen>
 
+#include "base/RuntimeError.h"
 #include "session/FileUtils.h"
 #include "session/Sound.h"
 #include "session/Utils.h"
@@ -56,7 +57,7 @@ App::StartResult App::Main() {
     std::string commonAppData;
     try {
       commonAppData = modUtils::CommonAppDataFolder();
-    } catch (...) {
+    } catch (const RuntimeError&) {
       commonAppData = PathFromQt(QDir::homePath());
     }
     modTarvenix::StartSession(session, ui, programFolder, commonAppData);

@@ -1,5 +1,7 @@
 #include "frmTarvenixPlot.h"
 
+#include <exception>
+
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
@@ -143,7 +145,7 @@ void frmTarvenixPlot::CmdSave_Click() {
     }
     try {
       TChart1_->Export(path, format);
-    } catch (...) {
+    } catch (const std::exception&) {
       if (negative) SelectScheme(kSchemeScreen, true);
       throw;
     }

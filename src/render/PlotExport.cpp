@@ -113,7 +113,7 @@ bool ExportRecording(const std::string& path, const QSize& size, const Session& 
   if (!picture.save(&buffer)) return false;
   try {
     modUtils::WriteFileAtomically(path, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-  } catch (...) {
+  } catch (const std::exception&) {  // whatever the reason, printing reports it as a recording it could not make
     return false;
   }
   return true;
@@ -123,7 +123,7 @@ bool PlayRecording(const std::string& path, QPagedPaintDevice& device) {
   std::string bytes;
   try {
     bytes = modUtils::ReadFileBytes(path, 256u << 20);
-  } catch (...) {
+  } catch (const std::exception&) {  // a recording that cannot be read, for any reason, is not played
     return false;
   }
   QByteArray data(bytes.data(), static_cast<qsizetype>(bytes.size()));

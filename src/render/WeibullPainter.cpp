@@ -9,6 +9,8 @@
 #include <QPainterPath>
 #include <QPolygonF>
 
+#include "base/RuntimeError.h"
+
 namespace tarvenix::plot {
 namespace {
 
@@ -326,7 +328,7 @@ std::string PaintChart(QPainter& painter, const QSizeF& size, const Session& s, 
     try {
       modTGraph::SetWeibullAxes(s, g, chart);
       cyclesKnown = true;
-    } catch (...) {
+    } catch (const RuntimeError&) {
       cyclesKnown = false;
     }
   }

@@ -243,7 +243,7 @@ void NConfidenceRange(Session& s) {
       r.lower = CLng(N63ToN50(r.lower, beta));
     }
     s.sNResult(d) += basic::Str(r.lower) + " to" + basic::Str(r.upper) + ")";
-  } catch (...) {
+  } catch (const RuntimeError&) {
     // No range: keep the N value and its padding, drop the "(..." part.
     std::string& text = s.sNResult(d);
     const std::size_t open = text.find('(');

@@ -253,7 +253,7 @@ WeibullDrawing DrawWeibullData(const Session& s, Graph& g, ChartModel& chart) {
       }
       DrawFittedLine(s, g, i, set);
     }
-  } catch (...) {
+  } catch (const RuntimeError&) {
     // A bad value ends this repaint's drawing; what was drawn stays.
     drawing.warning.clear();
   }
