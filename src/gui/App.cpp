@@ -21,6 +21,7 @@
 #include "frmTarvenixChSelFile.h"
 #include "frmTarvenixFirstCycFailures.h"
 #include "frmTarvenixPlot.h"
+#include "QtStrings.h"
 
 namespace tarvenix {
 

@@ -15,6 +15,7 @@
 #include "Dialogs.h"
 #include "FormUtils.h"
 #include "PlotExport.h"
+#include "QtStrings.h"
 #include "TChart.h"
 #include "frmSystemSaveOptions.h"
 
