@@ -11,6 +11,9 @@ DEB_PACKAGES := cmake g++ make pkgconf \
 	xvfb xauth fonts-dejavu-core fonts-liberation time \
 	python3-numpy python3-scipy python3-sympy
 
+# What the build without Qt needs: no Qt packages at all.
+NOGUI_PACKAGES := cmake g++ make pkgconf libgtest-dev libgmock-dev libbenchmark-dev
+
 # The fuzz targets' compiler and its sanitizer and fuzzer runtimes.
 FUZZ_PACKAGES := cmake make clang-14 libclang-rt-14-dev
 # Seconds each fuzz target runs (`make fuzz FUZZ_TIME=600`).
@@ -32,7 +35,7 @@ define install_missing
 	fi
 endef
 
-.PHONY: all deps build test demo run asan bench fuzz clean
+.PHONY: all deps build test nogui demo run asan bench fuzz clean
 
 all: build
 
@@ -45,6 +48,14 @@ build: deps
 
 test: build
 	ctest --preset ci
+
+# The core and the batch tool built without Qt (build-nogui/), and their tests:
+# the batch tool must not need Qt for anything but plots.
+nogui:
+	$(call install_missing,$(NOGUI_PACKAGES))
+	cmake --preset ci-nogui >/dev/null
+	cmake --build --preset ci-nogui -j $(JOBS)
+	ctest --preset ci-nogui
 
 demo: build
 	@bash tools/demo.sh
@@ -69,4 +80,4 @@ fuzz:
 	bash tools/fuzz.sh $(FUZZ_TIME) $(FUZZ_TARGETS)
 
 clean:
-	rm -rf build build-asan build-fuzz out
+	rm -rf build build-asan build-nogui build-fuzz out

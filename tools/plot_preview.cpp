@@ -30,7 +30,7 @@ int main(int argc, char** argv) {
   if (argc > 5) scheme = std::atoi(argv[5]);
   using namespace tarvenix;
   Session s;
-  s.iNParamType() = n63 ? 1 : 0;
+  s.SetAnalysisOptions(n63 ? NParam::N63 : NParam::N50, FractionMethod::Unadjusted, ConfLevel::Percent90);
   s.bDataCycles = true;
   samples::AddSampleDataSets(s, count);
   modTGraph::Graph g;

@@ -1,6 +1,8 @@
 #pragma once
 // The plot of tarvenix-cli: --plot FILE and --plot-size WxH, and the file it
-// writes after the run with the plot window's painter, without a screen.
+// writes after the run with the plot window's painter, without a screen. A
+// build without Qt has no painter: there --plot is a usage error
+// (PlotWriter.cpp and NoPlotWriter.cpp are the two builds' halves).
 
 #include <functional>
 #include <ostream>
@@ -21,11 +23,15 @@ struct PlotOptions {
 
 // Reads one plot option. `name` is the option ("--plot"); `value` hands out its
 // value (and reports a missing one). Returns false when the option is not a plot
-// option; sets `error` for a bad value: a file name whose extension is none of
-// .png, .bmp, .jpg, .jpeg, .svg, .pdf, or a size that is not WxH with each side
-// from 64 to 8000.
+// option; sets `error` for a bad value: a file PlotFileError refuses, or a size
+// that is not WxH with each side from 64 to 8000.
 bool ParsePlotOption(const std::string& name, const std::function<bool(std::string&)>& value, PlotOptions& plot,
                      std::string& error);
+
+// The usage error for --plot FILE, "" when the file can be written: its
+// extension must be one of .png, .bmp, .jpg, .jpeg, .svg, .pdf, and the build
+// must have Qt.
+std::string PlotFileError(const std::string& file);
 
 // The lines of --help that describe the plot options.
 std::string PlotUsage();

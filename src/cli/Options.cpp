@@ -79,12 +79,19 @@ class Parser {
   bool TakeGlobal() {
     std::string v;
     if (name_ == "--n50" || name_ == "--n63") {
-      o().nParamType = name_ == "--n63" ? 1 : 0;
+      o().nParamType = name_ == "--n63" ? NParam::N63 : NParam::N50;
       NoValue();
     } else if (name_ == "--fraction") {
-      if (Value(v)) Choose<int16_t>(name_, v, {{"unadjusted", 0}, {"mean", 1}, {"median", 2}}, o().fractionType, r_.error);
+      if (Value(v))
+        Choose<FractionMethod>(name_, v,
+                               {{"unadjusted", FractionMethod::Unadjusted},
+                                {"mean", FractionMethod::Mean},
+                                {"median", FractionMethod::Median}},
+                               o().fractionType, r_.error);
     } else if (name_ == "--confidence") {
-      if (Value(v)) Choose<int16_t>(name_, v, {{"90", 0}, {"95", 1}}, o().confLevel, r_.error);
+      if (Value(v))
+        Choose<ConfLevel>(name_, v, {{"90", ConfLevel::Percent90}, {"95", ConfLevel::Percent95}}, o().confLevel,
+                          r_.error);
     } else if (name_ == "--ignore-first-cycles") {
       if (Value(v)) Choose<bool>(name_, v, {{"yes", true}, {"no", false}}, o().ignoreFirstCycles, r_.error);
     } else if (name_ == "--report") {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "CliPlot.h"
+#include "session/Session.h"
 
 namespace tarvenix::cli {
 
@@ -27,9 +28,9 @@ struct DataSetOptions {
 struct Options {
   bool help = false;
   bool version = false;
-  int16_t nParamType = 0;    // 0 N50, 1 N63
-  int16_t fractionType = 0;  // 0 unadjusted, 1 mean, 2 median
-  int16_t confLevel = 0;     // 0 90 %, 1 95 %
+  NParam nParamType = NParam::N50;
+  FractionMethod fractionType = FractionMethod::Unadjusted;
+  ConfLevel confLevel = ConfLevel::Percent90;
   bool ignoreFirstCycles = false;
   std::optional<std::string> reportFile;
   std::string plotTitle;

@@ -14,9 +14,7 @@ void ApplyGlobalOptions(const Options& o, Session& s) {
   s.iMinFailures = 5;
   s.bSoundStatus = false;
   s.bDebug = o.debug;
-  s.iNParamType() = o.nParamType;
-  s.iFractionType() = o.fractionType;
-  s.iConfLevel() = o.confLevel;
+  s.SetAnalysisOptions(o.nParamType, o.fractionType, o.confLevel);
   s.sPlotTitle = o.plotTitle;
 }
 

@@ -6,6 +6,7 @@
 #include <QLockFile>
 #include <QScreen>
 
+#include "base/RuntimeError.h"
 #include "session/FileUtils.h"
 #include "session/Sound.h"
 #include "session/Utils.h"
@@ -20,6 +21,7 @@
 #include "frmTarvenixChSelFile.h"
 #include "frmTarvenixFirstCycFailures.h"
 #include "frmTarvenixPlot.h"
+#include "QtStrings.h"
 
 namespace tarvenix {
 
@@ -56,7 +58,7 @@ App::StartResult App::Main() {
     std::string commonAppData;
     try {
       commonAppData = modUtils::CommonAppDataFolder();
-    } catch (...) {
+    } catch (const RuntimeError&) {
       commonAppData = PathFromQt(QDir::homePath());
     }
     modTarvenix::StartSession(session, ui, programFolder, commonAppData);

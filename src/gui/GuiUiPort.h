@@ -7,7 +7,6 @@
 
 #include "session/UiPort.h"
 
-class QString;
 class QWidget;
 
 namespace tarvenix {
@@ -41,15 +40,5 @@ class GuiUiPort : public UiPort {
   QWidget* owner_;
   Hooks hooks_;
 };
-
-// Text from our files and the core for the screen: valid UTF-8 (a message
-// naming a file) is read as UTF-8, any other bytes above 127 as Latin-1.
-QString ToQt(const std::string& text);
-std::string FromQt(const QString& text);
-// File and folder names between the windows and the files: the system's own
-// encoding of names (UTF-8 on Linux), so a name with accents opens the file it
-// names. Native separators.
-QString PathToQt(const std::string& path);
-std::string PathFromQt(const QString& path);
 
 }  // namespace tarvenix

@@ -9,7 +9,7 @@
 #include <cmath>
 
 #include "base/Basic.h"
-#include "GuiUiPort.h"
+#include "QtStrings.h"
 
 namespace tarvenix::gui {
 

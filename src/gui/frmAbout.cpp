@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QScreen>
 
-#include "GuiUiPort.h"
+#include "QtStrings.h"
 #include "Icons.h"
 #include "tarvenix/Version.h"
 

@@ -14,7 +14,7 @@
 #include "session/Utils.h"
 #include "Dialogs.h"
 #include "FormUtils.h"
-#include "GuiUiPort.h"
+#include "QtStrings.h"
 #include "session/Session.h"
 #include "session/UiPort.h"
 

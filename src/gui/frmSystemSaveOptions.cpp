@@ -9,7 +9,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "GuiUiPort.h"
+#include "QtStrings.h"
 
 namespace tarvenix {
 

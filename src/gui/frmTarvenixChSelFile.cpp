@@ -17,7 +17,7 @@
 #include "App.h"
 #include "Dialogs.h"
 #include "FormUtils.h"
-#include "GuiUiPort.h"
+#include "QtStrings.h"
 #include "Icons.h"
 #include "UpDown.h"
 #include "frmTarvenixSetup.h"

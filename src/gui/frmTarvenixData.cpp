@@ -30,7 +30,7 @@
 #include "DataSetChoosers.h"
 #include "Dialogs.h"
 #include "FormUtils.h"
-#include "GuiUiPort.h"
+#include "QtStrings.h"
 #include "Icons.h"
 #include "settings/SettingsIO.h"
 #include "settings/Startup.h"

@@ -7,7 +7,7 @@
 
 #include "App.h"
 #include "FormUtils.h"
-#include "GuiUiPort.h"
+#include "QtStrings.h"
 #include "input/FirstCycle.h"
 
 namespace tarvenix {

@@ -55,16 +55,20 @@ int frmTarvenixOptions::ShowModal() {
 
 void frmTarvenixOptions::Activate() {
   const Session& s = app_.session;
-  (s.iNParamType() == 0 ? btnN50_ : btnN63_)->setChecked(true);
-  (s.iFractionType() == 0 ? btnUnadjusted_ : s.iFractionType() == 1 ? btnMean_ : btnMedian_)->setChecked(true);
-  (s.iConfLevel() == 0 ? btn90_ : btn95_)->setChecked(true);
+  (s.NParamType() == NParam::N50 ? btnN50_ : btnN63_)->setChecked(true);
+  const FractionMethod fraction = s.FractionType();
+  (fraction == FractionMethod::Unadjusted ? btnUnadjusted_ : fraction == FractionMethod::Mean ? btnMean_ : btnMedian_)
+      ->setChecked(true);
+  (s.ConfidenceLevel() == ConfLevel::Percent90 ? btn90_ : btn95_)->setChecked(true);
 }
 
 void frmTarvenixOptions::Accept() {
   Session& s = app_.session;
-  s.iNParamType() = btnN50_->isChecked() ? 0 : 1;
-  s.iFractionType() = btnUnadjusted_->isChecked() ? 0 : btnMean_->isChecked() ? 1 : 2;
-  s.iConfLevel() = btn90_->isChecked() ? 0 : 1;
+  s.SetAnalysisOptions(btnN50_->isChecked() ? NParam::N50 : NParam::N63,
+                       btnUnadjusted_->isChecked() ? FractionMethod::Unadjusted
+                       : btnMean_->isChecked()     ? FractionMethod::Mean
+                                                   : FractionMethod::Median,
+                       btn90_->isChecked() ? ConfLevel::Percent90 : ConfLevel::Percent95);
   accept();
 }
 

@@ -1,5 +1,7 @@
 #include "frmTarvenixPlot.h"
 
+#include <exception>
+
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
@@ -13,6 +15,7 @@
 #include "Dialogs.h"
 #include "FormUtils.h"
 #include "PlotExport.h"
+#include "QtStrings.h"
 #include "TChart.h"
 #include "frmSystemSaveOptions.h"
 
@@ -143,7 +146,7 @@ void frmTarvenixPlot::CmdSave_Click() {
     }
     try {
       TChart1_->Export(path, format);
-    } catch (...) {
+    } catch (const std::exception&) {
       if (negative) SelectScheme(kSchemeScreen, true);
       throw;
     }

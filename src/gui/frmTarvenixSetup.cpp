@@ -18,7 +18,7 @@
 #include "App.h"
 #include "Dialogs.h"
 #include "FormUtils.h"
-#include "GuiUiPort.h"
+#include "QtStrings.h"
 #include "setup/SetupSequence.h"
 #include "UpDown.h"
 #include "frmTarvenixData.h"

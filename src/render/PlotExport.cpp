@@ -11,6 +11,7 @@
 #include "base/Basic.h"
 #include "session/FileUtils.h"
 #include "base/RuntimeError.h"
+#include "QtStrings.h"
 #include "WeibullPainter.h"
 
 namespace tarvenix::plot {
@@ -39,7 +40,7 @@ QByteArray EncodeSvg(const QSize& size, const Session& s, modTGraph::Graph& g, C
   svg.setSize(size);
   svg.setViewBox(QRect(QPoint(0, 0), size));
   svg.setResolution(96);
-  svg.setTitle(QString::fromLatin1(chart.title.data(), static_cast<qsizetype>(chart.title.size())));
+  svg.setTitle(ToQt(chart.title));
   QPainter p;
   if (!p.begin(&svg)) Raise(err::kPathFileAccess);
   PaintChart(p, QSizeF(size), s, g, chart);
@@ -55,7 +56,7 @@ QByteArray EncodePdf(const QSize& size, const Session& s, modTGraph::Graph& g, C
   pdf.setResolution(96);
   pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
   pdf.setPageSize(QPageSize(QSizeF(size.width() * 0.75, size.height() * 0.75), QPageSize::Point));
-  pdf.setTitle(QString::fromLatin1(chart.title.data(), static_cast<qsizetype>(chart.title.size())));
+  pdf.setTitle(ToQt(chart.title));
   pdf.setCreator(QStringLiteral("Tarvenix"));
   QPainter p;
   if (!p.begin(&pdf)) Raise(err::kPathFileAccess);
@@ -113,7 +114,7 @@ bool ExportRecording(const std::string& path, const QSize& size, const Session& 
   if (!picture.save(&buffer)) return false;
   try {
     modUtils::WriteFileAtomically(path, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-  } catch (...) {
+  } catch (const std::exception&) {  // whatever the reason, printing reports it as a recording it could not make
     return false;
   }
   return true;
@@ -123,7 +124,7 @@ bool PlayRecording(const std::string& path, QPagedPaintDevice& device) {
   std::string bytes;
   try {
     bytes = modUtils::ReadFileBytes(path, 256u << 20);
-  } catch (...) {
+  } catch (const std::exception&) {  // a recording that cannot be read, for any reason, is not played
     return false;
   }
   QByteArray data(bytes.data(), static_cast<qsizetype>(bytes.size()));

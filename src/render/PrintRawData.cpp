@@ -2,22 +2,18 @@
 
 #include <QFont>
 #include <QPrinter>
-#include <QRegularExpression>
 #include <QStringList>
 #include <QTemporaryDir>
 
 #include "session/FileUtils.h"
 #include "analysis/Report.h"
+#include "QtStrings.h"
 #include "TextPrinting.h"
 #include "session/Utils.h"
 #include "session/Session.h"
 
 namespace tarvenix::modTarvenix {
 namespace {
-
-QString FromLatin1(const std::string& text) {
-  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // The report through the scratch file, one printed line per list item.
 QStringList ReportItems(Session& s, UiPort& ui, int16_t& iErr) {
@@ -28,7 +24,7 @@ QStringList ReportItems(Session& s, UiPort& ui, int16_t& iErr) {
   if (iErr != 0) return {};
   QStringList items;
   auto file = modUtils::VbFile::Open(modUtils::FileMode::Input, scratch);
-  while (!file->Eof()) items << FromLatin1(file->InputItem());
+  while (!file->Eof()) items << ToQt(file->InputItem());
   file->Close();
   return items;  // the folder and the scratch file go with `folder`
 }
@@ -37,7 +33,7 @@ QStringList ReportItems(Session& s, UiPort& ui, int16_t& iErr) {
 
 QStringList RawDataLines(Session& s, UiPort& ui, const std::string& sText, int16_t& iErr) {
   if (sText.empty()) return ReportItems(s, ui, iErr);
-  return FromLatin1(sText).split(QRegularExpression(QStringLiteral("\r\n|\r|\n")));
+  return ToQt(sText).split(QLatin1Char('\n'));
 }
 
 void PrintRawData(Session& s, UiPort& ui, QPrinter& printer, const std::string& sText, int16_t iCopies,

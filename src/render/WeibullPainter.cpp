@@ -9,6 +9,9 @@
 #include <QPainterPath>
 #include <QPolygonF>
 
+#include "base/RuntimeError.h"
+#include "QtStrings.h"
+
 namespace tarvenix::plot {
 namespace {
 
@@ -43,9 +46,6 @@ QFont Arial(int pixels, bool bold = false) {
   return f;
 }
 
-// Our texts are Windows-1252 bytes; above 127 they are shown as Latin-1.
-QString Text(const std::string& s) { return QString::fromLatin1(s.data(), static_cast<qsizetype>(s.size())); }
-
 constexpr OleColor kSilver = 0xC0C0C0;
 constexpr OleColor kMinorGrid = 0xE6E6E6;
 
@@ -63,7 +63,7 @@ struct Layout {
 };
 
 double LegendEntryWidth(const ChartSeries& series, const QFontMetricsF& fm, const Style& st) {
-  return st.legendStub + st.gap + fm.horizontalAdvance(Text(series.title));
+  return st.legendStub + st.gap + fm.horizontalAdvance(ToQt(series.title));
 }
 
 Layout LayOut(const QSizeF& size, const ChartModel& chart, const Style& st) {
@@ -131,7 +131,7 @@ void DrawCyclesAxis(QPainter& p, const Graph& g, const ChartModel& chart, const 
   p.setRenderHint(QPainter::Antialiasing, false);
   for (int k = 0; k < g.iDecades; ++k) {
     for (int m = 2; m <= 9; ++m) {
-      double x = g.sngPlotLeft + (k + std::log10(m)) * g.sngDecadeWidth;
+      double x = modTGraph::ColumnAtDecade(g, k + std::log10(m));
       p.setPen(QPen(ToQColor(kMinorGrid), 1));
       p.drawLine(QLineF(x, top, x, bottom));
       p.setPen(QPen(ToQColor(axis.penColor), 1));
@@ -141,16 +141,16 @@ void DrawCyclesAxis(QPainter& p, const Graph& g, const ChartModel& chart, const 
   QFont font = Arial(st.axisLabelPx);
   QFontMetricsF fm(font);
   p.setFont(font);
-  const double labelWidth = fm.horizontalAdvance(Text(modTGraph::PowerOfTenLabel(g.iLowDecade + g.iDecades)));
+  const double labelWidth = fm.horizontalAdvance(ToQt(modTGraph::PowerOfTenLabel(g.iLowDecade + g.iDecades)));
   const int every = std::max(1, static_cast<int>(std::ceil((labelWidth + 8) / std::max(1.0f, g.sngDecadeWidth))));
   for (int k = 0; k <= g.iDecades; ++k) {
-    double x = g.sngPlotLeft + k * g.sngDecadeWidth;
+    double x = modTGraph::ColumnAtDecade(g, k);
     p.setPen(QPen(ToQColor(kSilver), 1));
     if (k > 0 && k < g.iDecades) p.drawLine(QLineF(x, top, x, bottom));
     p.setPen(QPen(ToQColor(axis.penColor), 1));
     p.drawLine(QLineF(x, l.inner.bottom(), x, l.inner.bottom() + st.majorTick));
     if (k % every != 0) continue;
-    QString label = Text(modTGraph::PowerOfTenLabel(g.iLowDecade + k));
+    QString label = ToQt(modTGraph::PowerOfTenLabel(g.iLowDecade + k));
     double width = fm.horizontalAdvance(label);
     p.setPen(ToQColor(axis.labelColor));
     p.drawText(QRectF(x - width / 2 - 1, l.inner.bottom() + st.majorTick + 2, width + 2, fm.height()),
@@ -176,7 +176,7 @@ void DrawProbabilityLabels(QPainter& p, const Graph& g, const ChartModel& chart,
   for (const auto& row : rows) {
     p.setPen(QPen(Qt::black, 1, Qt::SolidLine));
     p.drawLine(QLineF(g.sngPlotLeft - g.sngTickLen, row.y, g.sngPlotLeft, row.y));
-    QString label = Text(row.label);
+    QString label = ToQt(row.label);
     double width = fm.horizontalAdvance(label);
     double height = fm.height();
     p.setPen(ToQColor(chart.axes[kAxisLeft].labelColor));
@@ -193,14 +193,14 @@ void DrawAxisTitles(QPainter& p, const ChartModel& chart, const Layout& l, const
   const ChartAxis& bottom = chart.axes[kAxisBottom];
   p.setPen(ToQColor(bottom.titleColor));
   p.drawText(QRectF(l.inner.left(), l.horizontalTitleY - fm.height() / 2, l.inner.width(), fm.height()),
-             Qt::AlignCenter, Text(bottom.title));
+             Qt::AlignCenter, ToQt(bottom.title));
   const ChartAxis& left = chart.axes[kAxisLeft];
   p.save();
   p.translate(l.verticalTitleX, (l.inner.top() + l.inner.bottom()) / 2);
   p.rotate(-90);
   p.setPen(ToQColor(left.titleColor));
   const double length = size.height();
-  p.drawText(QRectF(-length / 2, -fm.height() / 2, length, fm.height()), Qt::AlignCenter, Text(left.title));
+  p.drawText(QRectF(-length / 2, -fm.height() / 2, length, fm.height()), Qt::AlignCenter, ToQt(left.title));
   p.restore();
 }
 
@@ -295,7 +295,7 @@ void DrawLegend(QPainter& p, const ChartModel& chart, const Layout& l, const Sty
     p.setPen(ToQColor(chart.titleColor));
     const double textWidth = l.legendColumn - 4 * st.gap - st.legendStub;
     p.drawText(QRectF(x + st.legendStub + st.gap, y - fm.height() / 2, textWidth + st.gap, fm.height()),
-               Qt::AlignLeft | Qt::AlignVCenter, fm.elidedText(Text(series.title), Qt::ElideRight, textWidth));
+               Qt::AlignLeft | Qt::AlignVCenter, fm.elidedText(ToQt(series.title), Qt::ElideRight, textWidth));
   }
 }
 
@@ -318,7 +318,7 @@ std::string PaintChart(QPainter& painter, const QSizeF& size, const Session& s, 
   p.setFont(Arial(st.titlePx, true));
   p.setPen(ToQColor(chart.titleColor));
   p.drawText(l.title, Qt::AlignCenter,
-             QFontMetricsF(p.font()).elidedText(Text(chart.title), Qt::ElideRight, l.title.width()));
+             QFontMetricsF(p.font()).elidedText(ToQt(chart.title), Qt::ElideRight, l.title.width()));
 
   // The cycles axis needs a finished build; the probability scale does not.
   bool cyclesKnown = false;
@@ -326,7 +326,7 @@ std::string PaintChart(QPainter& painter, const QSizeF& size, const Session& s, 
     try {
       modTGraph::SetWeibullAxes(s, g, chart);
       cyclesKnown = true;
-    } catch (...) {
+    } catch (const RuntimeError&) {
       cyclesKnown = false;
     }
   }

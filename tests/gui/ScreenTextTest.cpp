@@ -7,7 +7,7 @@
 
 #include <QString>
 
-#include "GuiUiPort.h"
+#include "QtStrings.h"
 
 namespace tarvenix {
 namespace {

@@ -54,11 +54,12 @@ std::array<std::string, 5> EarlyEventLines(const Session& s, int16_t iCode, int1
                std::to_string(lCycle) + " @ appropriate Temp./Mech. Cycle #";
     // Multiplying the label text by the offset is a type mismatch; the error box
     // then stands in for the message, as it always has.
-    if (s.lInitialCycle(1) >= 1) Raise(err::kTypeMismatch);
+    if (s.InitialCycle(AnalysisColumn::Cycles) >= 1) Raise(err::kTypeMismatch);
   } else {
     lines[3] = events + " Event recorded on Ch #" + std::to_string(iChannel) + " @ Data cycle #" +
                std::to_string(lCycle);
-    if (s.lInitialCycle(0) >= 1) lines[4] = "Specified initial cycle = " + std::to_string(s.lInitialCycle(0));
+    if (s.InitialCycle(AnalysisColumn::DataCycles) >= 1)
+      lines[4] = "Specified initial cycle = " + std::to_string(s.InitialCycle(AnalysisColumn::DataCycles));
   }
   return lines;
 }

@@ -36,8 +36,6 @@ constexpr float kZ95 = 1.96f;
 
 double Squared(double v) { return v * v; }
 
-bool N63Chosen(const Session& s) { return s.iNParamType() == 1; }
-
 // The stored coordinates and the regression they feed.
 struct Fit {
   int n = 0;
@@ -114,7 +112,7 @@ SlopeSpread SpreadOf(const Session& s, const Fit& f) {
 
 // "   (90% confidence level: +/-" or the 95% form.
 std::string ConfidenceLead(const Session& s) {
-  return std::string(s.iConfLevel() == 0 ? "   (90%" : "   (95%") + " confidence level: +/-";
+  return std::string(s.ConfidenceLevel() == ConfLevel::Percent90 ? "   (90%" : "   (95%") + " confidence level: +/-";
 }
 
 void StoreResultTexts(Session& s, float conf) {
@@ -124,7 +122,7 @@ void StoreResultTexts(Session& s, float conf) {
   // The first 18 characters of the lead end with the word "confidence".
   s.sNResult(d) = modUtils::ConvertDecimal(s.sngNParam(d), 0) + basic::Left(lead, 18) + " range: ";
   s.sRSquaredResult(d) = "R-squared = " + modUtils::ConvertDecimal(s.sngRSquared(d), 2);
-  s.sNLabel = s.iNParamType() != 0 ? "N63 =" : "N50 =";
+  s.sNLabel = s.NParamType() != NParam::N50 ? "N63 =" : "N50 =";
 }
 
 void RunAnalysis(Session& s, UiPort& ui, bool bShowResults) {
@@ -203,17 +201,17 @@ float SurvivalFraction(const Session& s, int16_t i) {
   const int16_t d = s.iDataSetNum;
   const double N = s.iGroupSize(d);
   const double j = s.vEventCount(d, i);
-  switch (s.iFractionType()) {
-    case 0: return CSng(1 - Divide(j, N));
-    case 1: return CSng(1 - Divide(j, N + 1));
-    case 2: return CSng(1 - Divide(j - 0.3, N + 0.4));
-    default: return 0;
+  switch (s.FractionType()) {
+    case FractionMethod::Unadjusted: return CSng(1 - Divide(j, N));
+    case FractionMethod::Mean: return CSng(1 - Divide(j, N + 1));
+    case FractionMethod::Median: return CSng(1 - Divide(j - 0.3, N + 0.4));
   }
+  return 0;
 }
 
 double StudentT(const Session& s) {
   const int n = s.iNumEvents(s.iDataSetNum);
-  const bool at90 = s.iConfLevel() == 0;
+  const bool at90 = s.ConfidenceLevel() == ConfLevel::Percent90;
   if (n < 10) return at90 ? 1.9 : 2.45;
   if (n < 20) return at90 ? 1.75 : 2.13;
   if (n < 30) return at90 ? 1.71 : 2.06;
@@ -224,28 +222,28 @@ double StudentT(const Session& s) {
 
 float NParamFromFit(const Session& s, float a) {
   const double beta = s.sngBeta(s.iDataSetNum);
-  if (N63Chosen(s)) return CSng(basic::Exp(Divide(-static_cast<double>(a), beta)));
+  if (s.NParamType() == NParam::N63) return CSng(basic::Exp(Divide(-static_cast<double>(a), beta)));
   return CSng(basic::Exp(Divide(-static_cast<double>(a) - kMinusLnLn2, beta)));
 }
 
-double N63ToN50(int32_t value, float beta) { return basic::Checked(value * basic::Power(kLn2, Divide(1, beta))); }
+double N63ToN50(double value, double beta) { return basic::Checked(value * basic::Power(kLn2, Divide(1, beta))); }
 
-double N50ToN63(int32_t value, float beta) { return Divide(value, basic::Power(kLn2, Divide(1, beta))); }
+double N50ToN63(double value, double beta) { return Divide(value, basic::Power(kLn2, Divide(1, beta))); }
 
 void NConfidenceRange(Session& s) {
   const int16_t d = s.iDataSetNum;
   try {
     const float beta = s.sngBeta(d);
-    const bool n50 = s.iNParamType() == 0;
+    const bool n50 = s.NParamType() == NParam::N50;
     const double eta = n50 ? N50ToN63(CLng(s.sngNParam(d)), beta) : static_cast<double>(s.sngNParam(d));
-    const double z = s.iConfLevel() == 0 ? kZ90 : kZ95;
+    const double z = s.ConfidenceLevel() == ConfLevel::Percent90 ? kZ90 : kZ95;
     LifeRange r = CharacteristicLifeRange(s, beta, eta, z);
     if (n50) {
       r.upper = CLng(N63ToN50(r.upper, beta));
       r.lower = CLng(N63ToN50(r.lower, beta));
     }
     s.sNResult(d) += basic::Str(r.lower) + " to" + basic::Str(r.upper) + ")";
-  } catch (...) {
+  } catch (const RuntimeError&) {
     // No range: keep the N value and its padding, drop the "(..." part.
     std::string& text = s.sNResult(d);
     const std::size_t open = text.find('(');

@@ -36,10 +36,13 @@ double StudentT(const Session& s);
 // intercept a and the stored beta of the current data set.
 float NParamFromFit(const Session& s, float a);
 
-// Converts between the characteristic life N63 and the median life N50, with
-// ln 2 taken as 0.69314718.
-double N63ToN50(int32_t value, float beta);
-double N50ToN63(int32_t value, float beta);
+// Converts between the characteristic life N63 and the median life N50:
+// value * (ln 2)^(1/beta) and value / (ln 2)^(1/beta), with ln 2 taken as
+// 0.69314718. The analysis converts whole-number lives, the plot the stored
+// single-precision N63. A zero beta is error 11, a result beyond the double
+// range error 6.
+double N63ToN50(double value, double beta);
+double N50ToN63(double value, double beta);
 
 // Appends the N life's confidence range (" 1001 to 1521)") to the current data
 // set's N text. On any arithmetic fault the text is cut back before its "(",

@@ -79,6 +79,81 @@ void AddRadixDigit(unsigned long long& v, int digit, int radix) {
   if (v <= 0xFFFFFFFFull) v = v * static_cast<unsigned>(radix) + static_cast<unsigned>(digit);
 }
 
+// What one scan of a number read. Val takes whatever number leads the text;
+// IsNumeric and CDbl take a scan that read the whole text with nothing missing.
+struct NumberScan {
+  bool radix = false;                 // a "&H"/"&O" number
+  unsigned long long radixValue = 0;  // its digits, saturated past 32 bits
+  int radixDigits = 0;
+  ParsedNumber decimal;               // otherwise the decimal number
+  bool exponentMark = false;          // an E or D was read ...
+  bool exponentDigits = false;        // ... and digits after it
+  std::size_t end = 0;                // where the scan stopped
+};
+
+// Reads the number at the start of `s`: an "&H"/"&O" prefix and its digits, or
+// an optional sign, digits with at most one point and an optional exponent (E or
+// D, a sign, digits), each part up to the first character that does not fit.
+// With blanksInside, blanks, tabs and line feeds are skipped wherever they stand
+// (Val's way); without, the number has none.
+NumberScan ScanNumber(std::string_view s, bool blanksInside) {
+  NumberScan scan;
+  std::size_t i = 0;
+  auto skip = [&] {
+    while (blanksInside && i < s.size() && IsValSkipped(s[i])) ++i;
+  };
+  auto at = [&](std::string_view chars) { return i < s.size() && chars.find(s[i]) != std::string_view::npos; };
+  skip();
+  if (at("&")) {
+    const std::size_t amp = i++;
+    skip();
+    if (at("HhOo")) {
+      const int radix = at("Hh") ? 16 : 8;
+      scan.radix = true;
+      for (++i; i < s.size(); ++i) {
+        if (blanksInside && IsValSkipped(s[i])) continue;
+        const int d = HexDigitValue(s[i]);
+        if (d < 0 || d >= radix) break;
+        AddRadixDigit(scan.radixValue, d, radix);
+        ++scan.radixDigits;
+      }
+      scan.end = i;
+      return scan;
+    }
+    i = amp;  // a lone "&" is no number: the decimal scan stops at it
+  }
+  ParsedNumber& p = scan.decimal;
+  if (at("+-")) p.negative = s[i++] == '-';
+  bool afterPoint = false;
+  for (; i < s.size(); ++i) {
+    if (blanksInside && IsValSkipped(s[i])) continue;
+    if (IsDigit(s[i])) {
+      AddDigit(p, s[i], afterPoint);
+    } else if (s[i] == '.' && !afterPoint) {
+      afterPoint = true;
+    } else {
+      break;
+    }
+  }
+  if (at("eEdD")) {
+    scan.exponentMark = true;
+    ++i;
+    skip();
+    bool negExp = false;
+    if (at("+-")) negExp = s[i++] == '-';
+    long long ev = 0;
+    for (; i < s.size(); ++i) {
+      if (blanksInside && IsValSkipped(s[i])) continue;
+      if (!IsDigit(s[i])) break;
+      AddExponentDigit(ev, s[i]);
+      scan.exponentDigits = true;
+    }
+    p.exponent += negExp ? -ev : ev;
+  }
+  scan.end = i;
+  return scan;
+}
+
 // Strict parse for IsNumeric/CDbl: the whole text (blanks and tabs around it)
 // must be one number.
 std::optional<double> ParseStrict(std::string_view s) {
@@ -87,39 +162,15 @@ std::optional<double> ParseStrict(std::string_view s) {
   while (e > b && (s[e - 1] == ' ' || s[e - 1] == '\t')) --e;
   s = s.substr(b, e - b);
   if (s.empty()) return std::nullopt;
-  if (s.size() >= 2 && s[0] == '&' && (s[1] == 'H' || s[1] == 'h' || s[1] == 'O' || s[1] == 'o')) {
-    int radix = (s[1] == 'H' || s[1] == 'h') ? 16 : 8;
-    if (s.size() == 2) return std::nullopt;
-    unsigned long long v = 0;
-    for (char c : s.substr(2)) {
-      int d = HexDigitValue(c);
-      if (d < 0 || d >= radix) return std::nullopt;
-      AddRadixDigit(v, d, radix);
-    }
-    if (v > 0xFFFFFFFFull) return std::nullopt;
-    return RadixValue(v);
+  const NumberScan scan = ScanNumber(s, false);
+  if (scan.end != s.size()) return std::nullopt;
+  if (scan.radix) {
+    if (scan.radixDigits == 0 || scan.radixValue > 0xFFFFFFFFull) return std::nullopt;
+    return RadixValue(scan.radixValue);
   }
-  ParsedNumber p;
-  std::size_t i = 0;
-  if (s[i] == '+' || s[i] == '-') p.negative = s[i++] == '-';
-  while (i < s.size() && IsDigit(s[i])) AddDigit(p, s[i++], false);
-  if (i < s.size() && s[i] == '.') {
-    ++i;
-    while (i < s.size() && IsDigit(s[i])) AddDigit(p, s[i++], true);
-  }
-  if (!p.anyDigit) return std::nullopt;
-  if (i < s.size() && (s[i] == 'e' || s[i] == 'E' || s[i] == 'd' || s[i] == 'D')) {
-    ++i;
-    bool negExp = false;
-    if (i < s.size() && (s[i] == '+' || s[i] == '-')) negExp = s[i++] == '-';
-    if (i >= s.size() || !IsDigit(s[i])) return std::nullopt;
-    long long ev = 0;
-    while (i < s.size() && IsDigit(s[i])) AddExponentDigit(ev, s[i++]);
-    p.exponent += negExp ? -ev : ev;
-  }
-  if (i != s.size()) return std::nullopt;
+  if (!scan.decimal.anyDigit || (scan.exponentMark && !scan.exponentDigits)) return std::nullopt;
   try {
-    return ToDouble(p);
+    return ToDouble(scan.decimal);
   } catch (const RuntimeError&) {
     return std::nullopt;  // too large for a double: not a number we can hold
   }
@@ -264,62 +315,8 @@ long long ClampLength(std::string_view s, long long n) {
 }  // namespace
 
 double Val(std::string_view s) {
-  std::size_t i = 0;
-  auto skip = [&] {
-    while (i < s.size() && IsValSkipped(s[i])) ++i;
-  };
-  skip();
-  if (i + 1 < s.size() && s[i] == '&') {
-    std::size_t j = i + 1;
-    while (j < s.size() && IsValSkipped(s[j])) ++j;
-    if (j < s.size() && (s[j] == 'H' || s[j] == 'h' || s[j] == 'O' || s[j] == 'o')) {
-      int radix = (s[j] == 'H' || s[j] == 'h') ? 16 : 8;
-      i = j + 1;
-      unsigned long long v = 0;
-      for (; i < s.size(); ++i) {
-        if (IsValSkipped(s[i])) continue;
-        int d = HexDigitValue(s[i]);
-        if (d < 0 || d >= radix) break;
-        AddRadixDigit(v, d, radix);
-      }
-      return RadixValue(v);
-    }
-    return 0.0;
-  }
-  ParsedNumber p;
-  if (i < s.size() && (s[i] == '+' || s[i] == '-')) {
-    p.negative = s[i] == '-';
-    ++i;
-  }
-  bool afterPoint = false;
-  for (; i < s.size(); ++i) {
-    char c = s[i];
-    if (IsValSkipped(c)) continue;
-    if (IsDigit(c)) {
-      AddDigit(p, c, afterPoint);
-    } else if (c == '.' && !afterPoint) {
-      afterPoint = true;
-    } else {
-      break;
-    }
-  }
-  if (i < s.size() && (s[i] == 'e' || s[i] == 'E' || s[i] == 'd' || s[i] == 'D')) {
-    ++i;
-    skip();
-    bool negExp = false;
-    if (i < s.size() && (s[i] == '+' || s[i] == '-')) {
-      negExp = s[i] == '-';
-      ++i;
-    }
-    long long ev = 0;
-    for (; i < s.size(); ++i) {
-      if (IsValSkipped(s[i])) continue;
-      if (!IsDigit(s[i])) break;
-      AddExponentDigit(ev, s[i]);
-    }
-    p.exponent += negExp ? -ev : ev;
-  }
-  return ToDouble(p);
+  const NumberScan scan = ScanNumber(s, true);
+  return scan.radix ? RadixValue(scan.radixValue) : ToDouble(scan.decimal);
 }
 
 bool IsNumeric(std::string_view s) { return ParseStrict(s).has_value(); }

@@ -57,8 +57,6 @@ RuntimeError CurrentError() {
     return RuntimeError(err::kOutOfMemory);
   } catch (const std::exception& e) {
     return RuntimeError(err::kInternal, std::string(ErrorDescription(err::kInternal)) + ": " + e.what());
-  } catch (...) {
-    return RuntimeError(err::kInternal);
   }
 }
 

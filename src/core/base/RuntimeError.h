@@ -46,9 +46,10 @@ class RuntimeError : public std::runtime_error {
   std::string source_;
 };
 
-// Inside a catch block: the exception in flight as a run-time error. Our own
-// errors come back as they are; out-of-memory becomes error 7 and any other
-// exception error 51, so nothing escapes a trap unreported.
+// Inside a catch block for std::exception (the error traps): the exception in
+// flight as a run-time error. Our own errors come back as they are;
+// out-of-memory becomes error 7 and any other exception error 51, so nothing
+// escapes a trap unreported.
 RuntimeError CurrentError();
 
 // Throws the run-time error with its classic description.

@@ -29,9 +29,6 @@ struct EventRow {
   int32_t channel = 0;
 };
 
-// The analysis column: 1 counts data cycles, 2 temperature/mechanical cycles.
-int16_t AnalysisColumn(const Session& s) { return s.bDataCycles ? 1 : 2; }
-
 void WriteRunHeader(Session& s, UiPort& ui, int16_t d) {
   ui.UpdateStatus(kReadingStatus);
   if (!ui.ResultsTextIsEmpty()) ui.UpdateTextBox("");
@@ -56,7 +53,7 @@ void WriteRunHeader(Session& s, UiPort& ui, int16_t d) {
 class CountLimitReader {
  public:
   CountLimitReader(Session& s, UiPort& ui, int16_t d)
-      : s_(s), ui_(ui), d_(d), column_(AnalysisColumn(s)), dataCycles_(static_cast<bool>(s.bDataCycles)),
+      : s_(s), ui_(ui), d_(d), column_(s.Column()), dataCycles_(static_cast<bool>(s.bDataCycles)),
         limit_(s.iOccurrenceLimits(d)) {}
 
   // Both passes and the checks between them; false when the run ended early
@@ -71,7 +68,9 @@ class CountLimitReader {
  private:
   enum class PassEnd { EndOfFile, StoppedReading, RunEnded };
 
-  int32_t ColumnValue(const EventRow& row) const { return column_ == 1 ? row.dataCycle : row.tempCycle; }
+  int32_t ColumnValue(const EventRow& row) const {
+    return column_ == AnalysisColumn::DataCycles ? row.dataCycle : row.tempCycle;
+  }
   int16_t& NumEvents() { return s_.iNumEvents(d_); }
 
   PassEnd ReadPass() {
@@ -175,13 +174,13 @@ class CountLimitReader {
       if (s_.bTempCyclesAvailable) trace += " @ Temp./Mech. Cycle #" + std::to_string(row.tempCycle);
       modUtils::DebugPrint(ui_, trace);
     }
-    if (!s_.bTempCyclesAvailable && currentDataCycle_ < s_.lInitialCycle(0)) {
+    if (!s_.bTempCyclesAvailable && currentDataCycle_ < s_.InitialCycle(AnalysisColumn::DataCycles)) {
       DisplayError(s_, ui_, kErrBeforeInitialCycle, channel, currentDataCycle_);
       return false;
     }
     if (secondPass_) {
       s_.vEventCycle(d_, n) =
-          basic::CLng(static_cast<double>(ColumnValue(row)) - s_.lInitialCycle(column_ - 1));
+          basic::CLng(static_cast<double>(ColumnValue(row)) - s_.InitialCycle(column_));
       s_.vEventCount(d_, n) += 1;
     }
     return true;
@@ -196,7 +195,7 @@ class CountLimitReader {
     const int32_t cycle = temperature ? input::TempCycleOf(line) : input::MechCycleOf(line);
     for (int row = firstUnlabelledRow_; row <= NumEvents(); ++row) {
       rows_[static_cast<std::size_t>(row)].tempCycle = cycle;
-      if (cycle < s_.lInitialCycle(1)) {
+      if (cycle < s_.InitialCycle(AnalysisColumn::Cycles)) {
         DisplayError(s_, ui_, kErrBeforeInitialCycle, lastDecoded_, currentDataCycle_);
         return false;
       }
@@ -255,7 +254,7 @@ class CountLimitReader {
   Session& s_;
   UiPort& ui_;
   const int16_t d_;
-  const int16_t column_;
+  const AnalysisColumn column_;
   const bool dataCycles_;
   const int16_t limit_;
 
@@ -306,7 +305,7 @@ void ProcessData(Session& s, UiPort& ui, int16_t& iErr) {
     WriteRunHeader(s, ui, d);
 
     if (!s.bNumOccurrences) {
-      modIPCAnalysis::ProcessIPCData(s, ui, AnalysisColumn(s), iErr);
+      modIPCAnalysis::ProcessIPCData(s, ui, s.Column(), iErr);
       if (iErr == modIPCAnalysis::kIpcStop) return;
       if (iErr != modIPCAnalysis::kIpcDone) {
         const int16_t row = iErr;

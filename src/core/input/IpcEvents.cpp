@@ -155,7 +155,7 @@ struct Failure {
 
 // The rule on every selected channel; the failures in the order of their
 // cycles (then channels).
-std::vector<Failure> FailuresOf(Session& s, UiPort& ui, const EventArray& array, int16_t column) {
+std::vector<Failure> FailuresOf(Session& s, UiPort& ui, const EventArray& array, AnalysisColumn column) {
   std::vector<Failure> failures;
   for (int channel = 1; channel <= kMaxChannels; ++channel) {
     const ChannelEvents& events = array.channels[static_cast<std::size_t>(channel)];
@@ -168,7 +168,7 @@ std::vector<Failure> FailuresOf(Session& s, UiPort& ui, const EventArray& array,
       continue;
     }
     const auto at = static_cast<std::size_t>(k - 1);
-    failures.push_back({static_cast<int16_t>(channel), column == 1 ? events.dataCycles[at] : events.cycles[at]});
+    failures.push_back({static_cast<int16_t>(channel), column == AnalysisColumn::DataCycles ? events.dataCycles[at] : events.cycles[at]});
     if (s.bDebug)
       modUtils::DebugPrint(ui, name + ": IPC/JEDEC failure at event #" + std::to_string(k) + " @ Data cycle #" +
                                    std::to_string(events.dataCycles[at]) + " @ Temp./Mech. Cycle #" +
@@ -218,7 +218,7 @@ void StoreFailureRows(Session& s, const std::vector<Failure>& failures, int32_t 
   s.iNumEvents(d) = static_cast<int16_t>(rows);
 }
 
-int16_t ApplyRule(Session& s, UiPort& ui, int16_t column) {
+int16_t ApplyRule(Session& s, UiPort& ui, AnalysisColumn column) {
   const int16_t d = s.iDataSetNum;
   s.iNumEvents(d) = 0;
   const std::string path = s.sIPCFiles(d);
@@ -238,7 +238,7 @@ int16_t ApplyRule(Session& s, UiPort& ui, int16_t column) {
   s.iCycleType = array->cycleType;
 
   std::vector<Failure> failures = FailuresOf(s, ui, *array, column);
-  const int32_t initialCycle = s.lInitialCycle(column - 1);
+  const int32_t initialCycle = s.InitialCycle(column);
   if (!failures.empty() && failures.front().cycle < initialCycle) {
     // The message names the channel and its cycle as the file counts it,
     // beside the initial cycle it should not precede.
@@ -256,9 +256,9 @@ int16_t ApplyRule(Session& s, UiPort& ui, int16_t column) {
 
 }  // namespace
 
-void ProcessIPCData(Session& s, UiPort& ui, int16_t iColumn, int16_t& iErr) {
+void ProcessIPCData(Session& s, UiPort& ui, AnalysisColumn column, int16_t& iErr) {
   iErr = kIpcStop;
-  modUtils::Trapped(s, ui, "modIPCAnalysis.ProcessIPCData", [&] { iErr = ApplyRule(s, ui, iColumn); });
+  modUtils::Trapped(s, ui, "modIPCAnalysis.ProcessIPCData", [&] { iErr = ApplyRule(s, ui, column); });
 }
 
 }  // namespace tarvenix::modIPCAnalysis

@@ -19,6 +19,7 @@
 namespace tarvenix {
 struct Session;
 class UiPort;
+enum class AnalysisColumn : int16_t;
 }  // namespace tarvenix
 
 namespace tarvenix::modIPCAnalysis {
@@ -49,8 +50,7 @@ int FailureEvent(const ChannelEvents& events);
 
 // Fills the current data set's iNumEvents and rows 1..n of vEventCycle and
 // vEventCount from its event array file: one row per distinct failure cycle in
-// the analysis column (1 data cycles, 2 temperature/mechanical cycles), in
-// ascending order, counted from the matching initial cycle, with the number of
+// the analysis column, in ascending order, counted from the matching initial cycle, with the number of
 // channels failing at it. Channels failing in cycle 0 or 1 bring up the
 // first-cycle question as with the count limit; accepted, they leave iChSelected
 // and iGroupSize. When every selected channel failed, one channel of the last
@@ -62,6 +62,6 @@ int FailureEvent(const ChannelEvents& events);
 // initial cycle, the channel k of the earliest such failure, with its cycle as
 // the file counts it in row k of vEventCycle, for the message that names them.
 // A missing file reads nothing.
-void ProcessIPCData(Session& s, UiPort& ui, int16_t iColumn, int16_t& iErr);
+void ProcessIPCData(Session& s, UiPort& ui, AnalysisColumn column, int16_t& iErr);
 
 }  // namespace tarvenix::modIPCAnalysis

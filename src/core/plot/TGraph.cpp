@@ -1,11 +1,11 @@
 #include "plot/TGraph.h"
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
 #include <cstdio>
 
 #include "base/Basic.h"
+#include "analysis/Weibull.h"
 #include "base/RuntimeError.h"
 #include "session/Utils.h"
 
@@ -22,30 +22,13 @@ constexpr double kHighLineOffset = 2.0751;
 constexpr float kBottomMargin = 43;
 constexpr float kTopMargin = 30;
 
-// Arithmetic that fails as the classic runtime does instead of giving
-// infinities: a bad value stops the drawing step, never the program.
-double Ln(double x) {
-  if (!(x > 0)) Raise(err::kInvalidCall);
-  return std::log(x);
-}
-double Div(double a, double b) {
-  if (b == 0) Raise(err::kDivisionByZero);
-  return a / b;
-}
-double Finite(double v) {
-  if (!std::isfinite(v)) Raise(err::kOverflow);
-  return v;
-}
-float Sng(double v) {
-  if (!std::isfinite(v) || std::fabs(v) > FLT_MAX) Raise(err::kOverflow);
-  return static_cast<float>(v);
-}
+using basic::CSng;
+using basic::Divide;
 
 // The N50 life of data set i, converting an N63 result.
 double N50Of(const Session& s, int i) {
-  double n = s.sngNParam(i);
-  if (s.iNParamType() == 1) n = Finite(n * std::pow(std::log(2.0), Div(1, s.sngBeta(i))));
-  return n;
+  const double n = s.sngNParam(i);
+  return s.NParamType() == NParam::N63 ? modTarvenix::N63ToN50(n, s.sngBeta(i)) : n;
 }
 
 // Steps shared by the build and every repaint: each line's ends, the decades
@@ -54,22 +37,21 @@ void ComputeCyclesScale(const Session& s, Graph& g) {
   double low = 10000;
   double high = 0;
   for (int i = 1; i <= s.iNumDataSets; ++i) {
-    double lnN50 = Ln(N50Of(s, i));
+    double lnN50 = basic::Log(N50Of(s, i));
     double beta = s.sngBeta(i);
-    g.sngLineLowX(i) = Sng(std::exp(lnN50 - Div(kLowLineOffset, beta)));
-    g.sngLineHighX(i) = Sng(std::exp(lnN50 + Div(kHighLineOffset, beta)));
+    g.sngLineLowX(i) = CSng(basic::Exp(lnN50 - Divide(kLowLineOffset, beta)));
+    g.sngLineHighX(i) = CSng(basic::Exp(lnN50 + Divide(kHighLineOffset, beta)));
     low = std::min(low, static_cast<double>(g.sngLineLowX(i)));
     high = std::max(high, static_cast<double>(g.sngLineHighX(i)));
   }
   g.iLowDecade = basic::CInt(basic::Fix(Log10(low)));
   g.iDecades = basic::CInt(basic::Fix(Log10(high)) + 1 - g.iLowDecade);
-  g.sngDecadeWidth = Sng(Div(g.sngPlotRight - g.sngPlotLeft, g.iDecades));
+  g.sngDecadeWidth = CSng(Divide(g.sngPlotRight - g.sngPlotLeft, g.iDecades));
 }
 
-double PointX(const Graph& g, float weiX) {
-  return (weiX / kLn10Single - g.iLowDecade) * g.sngDecadeWidth + g.sngPlotLeft;
-}
-double PointY(const Graph& g, float weiY) { return g.sngPlotBottom - (weiY - YBottom()) * g.sngProbScale; }
+// A failure point's pixel from its stored coordinates, ln(cycles) and ln(-ln S).
+double PointX(const Graph& g, float weiX) { return ColumnAtDecade(g, weiX / kLn10Single - g.iLowDecade); }
+double PointY(const Graph& g, float weiY) { return RowAtOrdinate(g, weiY); }
 
 struct Point {
   double x;
@@ -92,7 +74,7 @@ void DrawFittedLine(const Session& s, const Graph& g, int i, DataSetDrawing& out
   std::vector<Point> knots;
   knots.push_back({XOfCycles(g, g.sngLineLowX(i)), YOfFraction(g, 0.02)});
   // In N50 mode the line passes through the N50 life at 50 %, drawn as two parts.
-  if (s.iNParamType() == 0) knots.push_back({XOfCycles(g, s.sngNParam(i)), YOfFraction(g, 0.5)});
+  if (s.NParamType() == NParam::N50) knots.push_back({XOfCycles(g, s.sngNParam(i)), YOfFraction(g, 0.5)});
   knots.push_back({XOfCycles(g, g.sngLineHighX(i)), YOfFraction(g, 0.996)});
   bool outside = std::any_of(knots.begin(), knots.end(),
                              [&](const Point& p) { return p.x < g.sngPlotLeft || p.x > g.sngPlotRight; });
@@ -117,7 +99,7 @@ double WeibullY(double fraction) { return std::log(-std::log(1 - fraction)); }
 double YBottom() { return std::log(-std::log(0.98)); }
 double YTop() { return std::log(-std::log(1 - 0.996)); }
 
-float Log10(double x) { return static_cast<float>(Ln(x) / kLn10Single); }
+float Log10(double x) { return static_cast<float>(basic::Log(x) / kLn10Single); }
 
 bool IsLargePlot(double width, double height, double screenWidth, double screenHeight) {
   if (screenWidth <= 0 || screenHeight <= 0) return true;
@@ -218,13 +200,15 @@ void SetWeibullAxes(const Session& s, Graph& g, ChartModel& chart) {
   axis.labelFormat = "0E-0";
 }
 
-double YOfFraction(const Graph& g, double fraction) {
-  return g.sngPlotBottom - (WeibullY(fraction) - YBottom()) * g.sngProbScale;
+double ColumnAtDecade(const Graph& g, double decades) { return g.sngPlotLeft + decades * g.sngDecadeWidth; }
+
+double RowAtOrdinate(const Graph& g, double ordinate) {
+  return g.sngPlotBottom - (ordinate - YBottom()) * g.sngProbScale;
 }
 
-double XOfCycles(const Graph& g, double cycles) {
-  return (Log10(cycles) - g.iLowDecade) * g.sngDecadeWidth + g.sngPlotLeft;
-}
+double YOfFraction(const Graph& g, double fraction) { return RowAtOrdinate(g, WeibullY(fraction)); }
+
+double XOfCycles(const Graph& g, double cycles) { return ColumnAtDecade(g, Log10(cycles) - g.iLowDecade); }
 
 int32_t Pixel(double v) { return basic::CLng(v); }
 
@@ -269,7 +253,7 @@ WeibullDrawing DrawWeibullData(const Session& s, Graph& g, ChartModel& chart) {
       }
       DrawFittedLine(s, g, i, set);
     }
-  } catch (...) {
+  } catch (const RuntimeError&) {
     // A bad value ends this repaint's drawing; what was drawn stays.
     drawing.warning.clear();
   }

@@ -84,8 +84,12 @@ void SetProbabilityScale(Graph& g, const ChartModel& chart);
 // bottom axis. Run-time errors (a zero beta, a zero N) propagate.
 void SetWeibullAxes(const Session& s, Graph& g, ChartModel& chart);
 
-// Pixel mappings: the row of a fraction F (0 < F < 1), the column of a cycle
-// count n > 0.
+// Pixel mappings, from the geometry of the last build or repaint. The two
+// underneath every drawing step: the column `decades` decades right of the
+// cycles axis's left end, and the row of an ordinate ln(-ln(1-F)).
+double ColumnAtDecade(const Graph& g, double decades);
+double RowAtOrdinate(const Graph& g, double ordinate);
+// The row of a fraction F (0 < F < 1), the column of a cycle count n > 0.
 double YOfFraction(const Graph& g, double fraction);
 double XOfCycles(const Graph& g, double cycles);
 // A pixel value handed to the canvas: rounded half to even.

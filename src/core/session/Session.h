@@ -38,6 +38,18 @@ struct DataSetSettings {
   std::string sChSelFile;
 };
 
+// The analysis options as the options dialog offers them. The session and the
+// settings file keep each as a 16-bit code; a code outside the named ones stays
+// as it was read, and each use says what it makes of it.
+enum class NParam : int16_t { N50 = 0, N63 = 1 };  // the life reported
+// The failure fraction of a point: j/n, j/(n+1) or (j-0.3)/(n+0.4).
+enum class FractionMethod : int16_t { Unadjusted = 0, Mean = 1, Median = 2 };
+enum class ConfLevel : int16_t { Percent90 = 0, Percent95 = 1 };
+
+// The cycles a failure is counted in: data cycles, or the temperature or
+// mechanical cycles associated with them. Each has its own initial cycle.
+enum class AnalysisColumn : int16_t { DataCycles = 1, Cycles = 2 };
+
 template <typename T>
 using PerDataSet = Indexed<T, 0, kMaxDataSets>;
 template <typename T>
@@ -100,7 +112,8 @@ struct Session {
   std::string sHelpFile;        // the help file
   Bool16 bSoundStatus = true;   // sound effects on
 
-  // Analysis options: N50/N63, failure fraction, confidence level.
+  // Analysis options: N50/N63, failure fraction, confidence level, as the
+  // codes the settings file keeps ...
   std::array<int16_t, 3> iAnalysisOptions{0, 0, 0};
   int16_t& iNParamType() { return iAnalysisOptions[0]; }
   int16_t& iFractionType() { return iAnalysisOptions[1]; }
@@ -108,6 +121,17 @@ struct Session {
   int16_t iNParamType() const { return iAnalysisOptions[0]; }
   int16_t iFractionType() const { return iAnalysisOptions[1]; }
   int16_t iConfLevel() const { return iAnalysisOptions[2]; }
+  // ... and by name.
+  NParam NParamType() const { return static_cast<NParam>(iAnalysisOptions[0]); }
+  FractionMethod FractionType() const { return static_cast<FractionMethod>(iAnalysisOptions[1]); }
+  ConfLevel ConfidenceLevel() const { return static_cast<ConfLevel>(iAnalysisOptions[2]); }
+  void SetAnalysisOptions(NParam n, FractionMethod fraction, ConfLevel level) {
+    iAnalysisOptions = {static_cast<int16_t>(n), static_cast<int16_t>(fraction), static_cast<int16_t>(level)};
+  }
+
+  // The column the reader counts failures in, and that column's initial cycle.
+  AnalysisColumn Column() const { return bDataCycles ? AnalysisColumn::DataCycles : AnalysisColumn::Cycles; }
+  int32_t InitialCycle(AnalysisColumn column) const { return lInitialCycle(static_cast<int>(column) - 1); }
 };
 
 namespace modTarvenix {

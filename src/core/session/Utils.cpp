@@ -77,7 +77,7 @@ bool Trapped(Session& s, UiPort& ui, std::string_view label, const std::function
   try {
     body();
     return true;
-  } catch (...) {
+  } catch (const std::exception&) {
     RuntimeError e = CurrentError();
     ShowMessage(s, ui, kMsgError, label, "", e);
     return false;

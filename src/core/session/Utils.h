@@ -41,8 +41,8 @@ void ShowMessage(Session& s, UiPort& ui, int16_t type, std::string_view label, s
                  const RuntimeError& e = RuntimeError(0, ""));
 
 // Runs `body` as a procedure that traps its errors: any run-time error or other
-// exception is shown in the common error box under `label`. Returns false when
-// the body failed.
+// standard exception (out of memory, a library's failure) is shown in the common
+// error box under `label`. Returns false when the body failed.
 bool Trapped(Session& s, UiPort& ui, std::string_view label, const std::function<void()>& body);
 
 // A trace line for the debug log.

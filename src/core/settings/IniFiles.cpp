@@ -184,7 +184,7 @@ bool PutKeyValue(Session& s, UiPort& ui, const std::string& file, const std::str
     if (modUtils::IsFile(file)) old = modUtils::ReadFileBytes(file, kMaxIniFileSize);
     modUtils::WriteFileAtomically(file, UpdateValue(old, section, key, value));
     return true;
-  } catch (...) {
+  } catch (const std::exception&) {
     RuntimeError e = CurrentError();
     modUtils::ShowMessage(s, ui, modUtils::kMsgError, "modIniFiles.PutKeyValue", "The settings could not be saved to " + file, e);
     return false;
