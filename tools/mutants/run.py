@@ -148,6 +148,7 @@ def main():
     if unknown:
         sys.exit(f"no such fault: {' '.join(sorted(unknown))} (see --list)")
     chosen = [f for f in faults if not args.ids or f.id in args.ids]
+    restore_leftovers()
     if args.list:
         for f in chosen:
             print(f"{f.id:28} {'applies' if occurrences(f) == 1 else 'STALE':8} {f.file:40} {f.what}")
@@ -158,7 +159,6 @@ def main():
         signal.signal(s, signal.default_int_handler)
     started = time.monotonic()
     LOGS.mkdir(parents=True, exist_ok=True)
-    restore_leftovers()
     print(f"Building {BUILD.relative_to(ROOT)} unmodified and running the tests ...", flush=True)
     if not (configure() and build(LOGS / "baseline.build.log") and tests_pass(LOGS / "baseline.test.log")):
         print(f"The unmodified build fails or its tests do: see {LOGS.relative_to(ROOT)}/baseline.*.log")
