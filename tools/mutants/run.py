@@ -99,12 +99,18 @@ def put_back(path, original):
 
 
 def restore_leftovers():
-    for kept in SAFEKEEPING.rglob("*") if SAFEKEEPING.is_dir() else []:
-        if kept.is_file():
-            target = ROOT / kept.relative_to(SAFEKEEPING)
+    """Puts back a file a killed run left planted, unless it was edited since."""
+    for kept in list(SAFEKEEPING.rglob("*.original")) if SAFEKEEPING.is_dir() else []:
+        planted = kept.with_suffix(".planted")
+        target = ROOT / kept.relative_to(SAFEKEEPING).with_suffix("")
+        name = target.relative_to(ROOT)
+        if planted.is_file() and target.is_file() and target.read_bytes() == planted.read_bytes():
             put_back(target, kept.read_bytes())
-            kept.unlink()
-            print(f"put back {target.relative_to(ROOT)}, left planted by an interrupted run")
+            print(f"put back {name}, left planted by an interrupted run")
+        else:
+            print(f"{name} was left planted by an interrupted run but has changed since: left as it is")
+        kept.unlink()
+        planted.unlink(missing_ok=True)
 
 
 def try_fault(fault):
@@ -113,17 +119,20 @@ def try_fault(fault):
         return "stale"
     path = ROOT / fault.file
     original = path.read_bytes()
-    kept = SAFEKEEPING / fault.file
+    planted = original.replace(fault.find.encode(), fault.replace.encode())
+    kept = SAFEKEEPING / (fault.file + ".original")
     kept.parent.mkdir(parents=True, exist_ok=True)
+    kept.with_suffix(".planted").write_bytes(planted)
     kept.write_bytes(original)
     try:
-        path.write_bytes(original.replace(fault.find.encode(), fault.replace.encode()))
+        path.write_bytes(planted)
         if not build(LOGS / f"{fault.id}.build.log"):
             return "does not compile"
         return "survived" if tests_pass(LOGS / f"{fault.id}.test.log") else "caught"
     finally:
         put_back(path, original)
         kept.unlink()
+        kept.with_suffix(".planted").unlink()
 
 
 def configure():
