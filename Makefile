@@ -35,7 +35,7 @@ define install_missing
 	fi
 endef
 
-.PHONY: all deps build test nogui demo run asan bench fuzz clean
+.PHONY: all deps build test nogui demo run asan bench fuzz mutants clean
 
 all: build
 
@@ -79,5 +79,13 @@ fuzz:
 	cmake --build --preset fuzz -j $(JOBS)
 	bash tools/fuzz.sh $(FUZZ_TIME) $(FUZZ_TARGETS)
 
+# Plants each fault of tools/mutants/faults.txt alone into a build of its own
+# (build-mutants/), rebuilds and runs the tests: every fault must make a test
+# fail. A subset: `make mutants MUTANTS="dh-first-cycle wb-z95"`.
+MUTANTS ?=
+mutants: deps
+	@command -v python3 >/dev/null || { echo "make mutants needs python3"; exit 1; }
+	JOBS=$(JOBS) python3 tools/mutants/run.py $(MUTANTS)
+
 clean:
-	rm -rf build build-asan build-nogui build-fuzz out
+	rm -rf build build-asan build-nogui build-fuzz build-mutants out
