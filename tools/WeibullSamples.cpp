@@ -55,6 +55,7 @@ void AddSampleDataSet(Session& s, int i, const SampleSpec& sample) {
   double beta = (n * sxy - sx * sy) / (n * sxx - sx * sx);
   double a = sy / n - sx / n * beta;
   s.sngBeta(i) = static_cast<float>(beta);
+  s.bAnalysisComplete(i) = true;
   s.sngNParam(i) = static_cast<float>(s.iNParamType() == 1 ? std::exp(-a / beta) : std::exp((-a - 0.366513) / beta));
   s.sNLabel = s.iNParamType() == 1 ? "N63 =" : "N50 =";
   s.sDataIDs(i) = sample.id.empty() ? "Data Set #" + std::to_string(i) : sample.id;

@@ -47,6 +47,9 @@ bool WritePlot(Session& s, UiPort& ui, const PlotOptions& plot) {
   Bool16 cancel;
   modTGraph::PlotGuard(s, ui, cancel);
   if (cancel) return false;
+  // The plot shows the data sets that were analysed and says which are left out.
+  if (const std::string note = modTGraph::NotDrawnNote(s); !note.empty())
+    modUtils::ShowMessage(s, ui, modUtils::kMsgNotice, "", note);
   return modUtils::Trapped(s, ui, "tarvenix-cli.WritePlot", [&] {
     const std::unique_ptr<QGuiApplication> app = GuiApplicationForPlot();
     const auto format = plot::FormatForPath(plot.file);

@@ -61,15 +61,21 @@ QStringList MessageBoxes::Texts() {
 QMessageBox::StandardButton MessageBoxes::Show(QWidget* parent, QMessageBox::Icon icon, const QString& title,
                                                const QString& text, QMessageBox::StandardButtons buttons,
                                                QMessageBox::StandardButton defaultButton) {
-  ShownBoxes().push_back({title, text, icon});
+  // A box belongs to the window it was raised over: the dialog that is open,
+  // else the window the user is working in (the plot or the debug log), and
+  // the focus goes back there when it closes.
+  if (QWidget* modal = QApplication::activeModalWidget()) {
+    parent = modal;
+  } else if (QWidget* active = QApplication::activeWindow()) {
+    parent = active;
+  }
+  ShownBoxes().push_back({title, text, icon, parent ? parent->window()->objectName() : QString()});
   if (!BoxAnswers().empty()) {
     QMessageBox::StandardButton answer = BoxAnswers().front();
     BoxAnswers().pop_front();
     return answer;
   }
   if (gTestMode) return defaultButton != QMessageBox::NoButton ? defaultButton : QMessageBox::Ok;
-  // A box belongs over the dialog that is open, if one is.
-  if (QWidget* modal = QApplication::activeModalWidget()) parent = modal;
   QMessageBox box(icon, title, text, buttons, parent);
   if (defaultButton != QMessageBox::NoButton) box.setDefaultButton(defaultButton);
   return static_cast<QMessageBox::StandardButton>(box.exec());

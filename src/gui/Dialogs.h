@@ -29,6 +29,7 @@ class MessageBoxes {
     QString title;
     QString text;
     QMessageBox::Icon icon;
+    QString owner;  // the objectName of the window it was shown over
   };
 
   // The answer the next box gets without being shown.

@@ -62,6 +62,10 @@ frmSystemSaveOptions::frmSystemSaveOptions(QWidget* parent) : QDialog(parent) {
 void frmSystemSaveOptions::showEvent(QShowEvent* event) {
   txtSaveFilename_->setText(ToQt(saveFilename_));
   txtSaveFilename_->selectAll();
+  // Each time it opens, the name is where typing goes and OK answers Enter,
+  // whatever had the focus when it closed last.
+  txtSaveFilename_->setFocus();
+  CmdBtnOK_->setDefault(true);
   QDialog::showEvent(event);
 }
 

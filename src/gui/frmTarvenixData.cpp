@@ -266,6 +266,7 @@ void frmTarvenixData::AddDataSet() {
     app_.Setup().ShowModal(true, false);
   });
   Activate();
+  app_.Plot().FollowSession();
 }
 
 void frmTarvenixData::EditDataSet() {
@@ -278,6 +279,7 @@ void frmTarvenixData::EditDataSet() {
     }
   });
   Activate();
+  app_.Plot().FollowSession();
 }
 
 void frmTarvenixData::ReAnalyze() {
@@ -285,6 +287,7 @@ void frmTarvenixData::ReAnalyze() {
     app_.Setup().ShowModal(false, true);
   });
   Activate();
+  app_.Plot().FollowSession();
 }
 
 void frmTarvenixData::Clear() {
@@ -298,6 +301,7 @@ void frmTarvenixData::Clear() {
     UpdateStatus(" ");
     modTarvenix::ClearDataSets(s);
     analysisDone_ = false;
+    app_.Plot().FollowSession();
   });
 }
 

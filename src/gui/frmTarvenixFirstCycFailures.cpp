@@ -27,7 +27,7 @@ frmTarvenixFirstCycFailures::frmTarvenixFirstCycFailures(App& app, QWidget* pare
   txtBox1_->setReadOnly(true);
   txtBox1_->setMinimumWidth(360);
   auto* question = gui::Named(new QLabel(QStringLiteral("Would you like to ignore these events?"), this), "Label1");
-  QPushButton* yes = gui::MakeButton(this, "cmdBtnYes", "Yes", "Press to accept changes");
+  QPushButton* yes = cmdBtnYes_ = gui::MakeButton(this, "cmdBtnYes", "Yes", "Press to accept changes");
   QPushButton* no = gui::MakeButton(this, "cmdBtnNo", "No", "Press to cancel changes");
   yes->setDefault(true);
   connect(yes, &QPushButton::clicked, this, [this] { Answer(true); });
@@ -61,6 +61,9 @@ std::optional<bool> frmTarvenixFirstCycFailures::Ask(const FirstCycleFlags& flag
   answer_.reset();
   UpdateData(flags);
   UpdateCycleMsg(dataCycleAnalysis);
+  // Enter answers Yes each time, whichever button was clicked last time.
+  cmdBtnYes_->setDefault(true);
+  cmdBtnYes_->setFocus();
   exec();
   return answer_;
 }

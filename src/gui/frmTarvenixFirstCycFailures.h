@@ -11,6 +11,7 @@
 
 class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace tarvenix {
 
@@ -42,6 +43,7 @@ class frmTarvenixFirstCycFailures : public QDialog {
   App& app_;
   QLabel* LblCycleType_;
   QLineEdit* txtBox1_;
+  QPushButton* cmdBtnYes_;
   std::optional<bool> answer_;
 };
 

@@ -90,8 +90,21 @@ void frmTarvenixPlot::SelectScheme(int32_t scheme, bool bevel) {
 }
 
 void frmTarvenixPlot::ShowWarning(const std::string& warning) {
-  Label1_->setText(ToQt(warning));
-  Label1_->setVisible(!warning.empty());
+  // The data sets left out for a failed analysis, then those without a visible point.
+  std::string text = modTGraph::NotDrawnNote(app_.session);
+  if (!text.empty() && !warning.empty()) text += "\n";
+  text += warning;
+  Label1_->setText(ToQt(text));
+  Label1_->setVisible(!text.empty());
+}
+
+void frmTarvenixPlot::FollowSession() {
+  if (!isVisible()) return;
+  if (modTGraph::PlotGuardMessage(app_.session).empty()) {
+    Redraw();
+  } else {
+    hide();  // nothing analysed is left to draw
+  }
 }
 
 void frmTarvenixPlot::resizeEvent(QResizeEvent* event) {

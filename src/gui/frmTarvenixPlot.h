@@ -31,6 +31,9 @@ class frmTarvenixPlot : public QWidget {
   // Builds the plot in the current colour scheme and repaints it. A redraw
   // asked for while one runs, or while the window is hidden, does nothing.
   void Redraw();
+  // After data sets were added, edited, re-analysed or cleared: an open plot
+  // draws what the session now holds, or closes when nothing is left to draw.
+  void FollowSession();
 
   int32_t ColorScheme() const { return scheme_; }
   bool LargePlot() const { return bLargePlot_; }

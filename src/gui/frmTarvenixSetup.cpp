@@ -369,7 +369,7 @@ void frmTarvenixSetup::CreateChSelFile() {
       return;
     }
     if (app_.ChSelFile().ShowModal(PathFromQt(txtDataFile_->text())))
-      modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Channel Selection File was created successfully.");
+      modUtils::ShowMessage(s, app_.ui, modUtils::kMsgConfirmation, "", "Channel Selection File was created successfully.");
   });
 }
 

@@ -259,8 +259,10 @@ void DrawData(QPainter& p, const ChartModel& chart, const modTGraph::WeibullDraw
   // Pixel (x, y) is the square from (x, y) to (x + 1, y + 1): draw through its centre.
   p.translate(0.5, 0.5);
   for (const auto& set : drawing.sets) {
-    if (set.dataSet < 1 || set.dataSet > static_cast<int>(chart.series.size())) continue;
-    const ChartSeries& series = chart.series[static_cast<std::size_t>(set.dataSet - 1)];
+    auto found = std::find_if(chart.series.begin(), chart.series.end(),
+                              [&](const ChartSeries& series) { return series.dataSet == set.dataSet; });
+    if (found == chart.series.end()) continue;
+    const ChartSeries& series = *found;
     const QColor colour = ToQColor(series.color);
     p.setPen(QPen(colour, series.penWidth, Qt::SolidLine, Qt::RoundCap));
     for (const auto& seg : set.line) p.drawLine(QLineF(seg.from.x, seg.from.y, seg.to.x, seg.to.y));

@@ -85,6 +85,24 @@ std::string WithoutDate(std::string text) {
   return text;
 }
 
+// A plot's pixels depend on the fonts of the machine and the date in its
+// default title: what a case checks of an image is its kind and, where the
+// header says, its size.
+std::string Described(const std::string& name, std::string bytes) {
+  auto u32 = [&](std::size_t at, bool bigEndian) {
+    unsigned v = 0;
+    for (int k = 0; k < 4; ++k)
+      v |= static_cast<unsigned>(static_cast<unsigned char>(bytes[at + static_cast<std::size_t>(k)]))
+           << (bigEndian ? 8 * (3 - k) : 8 * k);
+    return std::to_string(v);
+  };
+  const std::string ext = fs::path(name).extension().string();
+  if (ext == ".png" && bytes.size() > 24) return "PNG image " + u32(16, true) + "x" + u32(20, true) + "\n";
+  if (ext == ".bmp" && bytes.size() > 26) return "BMP image " + u32(18, false) + "x" + u32(22, false) + "\n";
+  if (ext == ".jpg" || ext == ".svg" || ext == ".pdf") return ext.substr(1) + " file\n";
+  return WithoutDate(std::move(bytes));
+}
+
 // What a case's runs give: "stdout", "stderr", "exit" and each file written.
 using Outputs = std::map<std::string, std::string>;
 
@@ -105,7 +123,7 @@ Outputs RunCase(const fs::path& caseDir) {
   Outputs o = {{"stdout", out.str()}, {"stderr", err.str()}, {"exit", statuses.str()}};
   for (const auto& [name, bytes] : FilesIn(scratch.Path())) {
     auto in = inputs.find(name);
-    if (in == inputs.end() || in->second != bytes) o[name] = WithoutDate(bytes);
+    if (in == inputs.end() || in->second != bytes) o[name] = Described(name, bytes);
   }
   return o;
 }

@@ -3,11 +3,12 @@
 independent reference (weibull_reference.analyse_single).
 
 For each tests/cases/<area>/<case>/expected/ file that is an analysis report,
-the report's last data set is the current one, so its "Failure Fraction"
-column is its own: the channel count N must be one whose fractions (by the
-method the case's args choose) and Weibull ordinates give those whole columns.
+every data set whose analysis completed is checked: the channel count N must
+be one whose fractions (by the method the case's args choose) and Weibull
+ordinates give its whole "Failure Fraction" and "Weibull Ordinate" columns.
 For each such N the reference recomputes the BETA, N50 or N63, R-squared and
-confidence lines from the table's points.
+confidence lines from the table's points. A data set that did not complete
+must show no numbers at all.
 
     /usr/bin/python3 tools/reference/check_cases.py [tests/cases]
 
@@ -47,10 +48,11 @@ def fraction_option(args_text, report_name):
     return fraction
 
 
-def last_data_set(report):
+def data_sets(report):
+    """The lines of each data set's block."""
     lines = report.replace("\r\n", "\n").split("\n")
     starts = [i for i, l in enumerate(lines) if re.match(r"^Data Set #\d+", l)]
-    return lines[starts[-1]:] if starts else []
+    return [lines[a:b] for a, b in zip(starts, starts[1:] + [len(lines)])]
 
 
 def ordinate(j, N, method):
@@ -66,15 +68,17 @@ def group_sizes(points, fractions, ordinates, method):
                    for (_, j), f, y in zip(points, fractions, ordinates))]
 
 
-def check_report(name, report, args_text, report_name):
-    """The disagreements of one report's last data set with the reference."""
-    lines = last_data_set(report)
+def check_data_set(name, lines, args_text, report_name):
+    """The disagreements of one data set's block with the reference."""
+    if "Analysis did not complete successfully." in lines:
+        numbers = [l for l in lines if ROW.match(l) or BETA.match(l) or LIFE.match(l) or RSQ.match(l)]
+        return [f"{name}: an unfinished analysis shows numbers: {numbers}"] if numbers else []
     rows = [m.groups() for m in map(ROW.match, lines) if m]
     beta = next((m for m in map(BETA.match, lines) if m), None)
     life = next((m for m in map(LIFE.match, lines) if m), None)
     rsq = next((m for m in map(RSQ.match, lines) if m), None)
     if not (rows and beta and life and rsq):
-        return [f"{name}: the last data set has no complete analysis to check"]
+        return [f"{name}: a data set has neither results nor the unfinished-analysis line"]
     points = [(int(c), int(j)) for j, c, _, _ in rows]
     fractions = [float(f) for _, _, f, _ in rows]
     ordinates = [float(y) for _, _, _, y in rows]
@@ -108,9 +112,10 @@ def main(root):
             for file in sorted(os.listdir(expected)):
                 with open(os.path.join(expected, file), "rb") as f:
                     text = f.read().decode("latin-1")
-                if not text.startswith("Created using Tarvenix") or not last_data_set(text):
+                if not text.startswith("Created using Tarvenix") or not data_sets(text):
                     continue  # not a report, or one of no data set
-                found = check_report(f"{area}/{case}/{file}", text, args_text, file)
+                found = [p for k, block in enumerate(data_sets(text), 1)
+                         for p in check_data_set(f"{area}/{case}/{file} data set {k}", block, args_text, file)]
                 checked += 1
                 problems += found
                 print(f"{'FAIL' if found else 'ok  '} {area}/{case}/{file}")

@@ -6,6 +6,7 @@
 #include "base/Basic.h"
 #include "session/FileUtils.h"
 #include "session/Utils.h"
+#include "analysis/Messages.h"
 #include "analysis/Weibull.h"
 #include "session/Session.h"
 #include "tarvenix/Version.h"
@@ -52,6 +53,12 @@ void AppendDataSet(std::string& out, const Session& s, int k) {
   }
   line(rec.bDataCycles ? "Data cycle analysis selected." : "Temperature or mechanical cycle analysis selected.");
   line("Occurrence limit considered: " + (rec.bNumOccurrences ? rec.sOccurrenceLimit : "IPC/JEDEC Limit"));
+  if (!s.bAnalysisComplete(k)) {
+    // No numbers of an earlier run under this data set's name.
+    line(kAnalysisFailed);
+    line("");
+    return;
+  }
   const int16_t n = s.iNumEvents(k);
   line("Number of analyzed events = " + std::to_string(n));
   line(s.sBetaResult(k));
@@ -62,8 +69,8 @@ void AppendDataSet(std::string& out, const Session& s, int k) {
   line(InPrintZones({"Failed", "Number", "Fraction", "Ordinate"}));
   line(InPrintZones({"------", "------", "--------", "--------"}));
   for (int i = 1; i <= n; ++i) {
-    // The fraction comes from the current data set, not from data set k.
-    const double F = 1 - static_cast<double>(SurvivalFraction(s, static_cast<int16_t>(i)));
+    // Each data set's own fractions, whichever data set is current.
+    const double F = 1 - static_cast<double>(SurvivalFraction(s, static_cast<int16_t>(k), static_cast<int16_t>(i)));
     line(InPrintZones({CountText(s.vEventCount(k, i)) + ",", CountText(s.vEventCycle(k, i)) + ",",
                        modUtils::ConvertDecimal(F, 4) + ",", modUtils::ConvertDecimal(s.sngWeiY(k, i), 4)}));
   }

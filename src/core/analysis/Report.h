@@ -14,10 +14,10 @@ class UiPort;
 
 namespace tarvenix::modTarvenix {
 
-// The report text, every line ended by CR LF, dated `now`. The fraction column
-// of every data set is computed from the current data set with the fraction
-// method in force now, as the report has always shown it. Raises the run-time
-// error of a fault (the caller's trap reports it).
+// The report text, every line ended by CR LF, dated `now`. Each data set's
+// fraction column comes from its own points, with the fraction method in force
+// now; a data set whose analysis did not complete says so instead of results
+// and points. Raises the run-time error of a fault (the caller's trap reports it).
 std::string ReportText(const Session& s, const std::tm& now);
 
 // Writes the report to sFileName, replacing the file atomically, so a failure

@@ -54,7 +54,7 @@ Stop StorePointsAndFit(Session& s, UiPort& ui, Fit& fit) {
   const int n = s.iNumEvents(d);
   float sx = 0, sxx = 0, sxy = 0, sy = 0;
   for (int i = 1; i <= n; ++i) {
-    const float S = SurvivalFraction(s, static_cast<int16_t>(i));
+    const float S = SurvivalFraction(s, d, static_cast<int16_t>(i));
     s.sngWeiY(d, i) = CSng(basic::Log(-basic::Log(S)));
     s.sngWeiX(d, i) = CSng(basic::Log(s.vEventCycle(d, i)));
     const float x = s.sngWeiX(d, i);
@@ -146,6 +146,7 @@ void RunAnalysis(Session& s, UiPort& ui, bool bShowResults) {
   }
   StoreResultTexts(s, conf);
   NConfidenceRange(s);
+  s.bAnalysisComplete(d) = true;
   if (bShowResults) DisplayData(s, ui, 0);
 }
 
@@ -197,8 +198,7 @@ LifeRange CharacteristicLifeRange(const Session& s, double beta, double eta, dou
 
 }  // namespace
 
-float SurvivalFraction(const Session& s, int16_t i) {
-  const int16_t d = s.iDataSetNum;
+float SurvivalFraction(const Session& s, int16_t d, int16_t i) {
   const double N = s.iGroupSize(d);
   const double j = s.vEventCount(d, i);
   switch (s.FractionType()) {

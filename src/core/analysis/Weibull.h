@@ -22,11 +22,11 @@ namespace tarvenix::modTarvenix {
 // The notice shown when no line can be fitted (no points, or no spread in x).
 extern const char* const kNoFailuresNotice;
 
-// S of failure point i of the current data set under the fraction method in
-// force: 1 - j/N, 1 - j/(N+1) or 1 - (j-0.3)/(N+0.4), where j is the point's
-// cumulative failure count and N the data set's channel count; 0 for an unknown
-// method.
-float SurvivalFraction(const Session& s, int16_t i);
+// S of failure point i of data set d under the fraction method in force:
+// 1 - j/N, 1 - j/(N+1) or 1 - (j-0.3)/(N+0.4), where j is the point's
+// cumulative failure count and N the data set's channel count; 0 for an
+// unknown method.
+float SurvivalFraction(const Session& s, int16_t d, int16_t i);
 
 // The tabulated Student t value for the current data set's number of points and
 // the chosen confidence level.

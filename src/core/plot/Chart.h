@@ -42,6 +42,7 @@ enum MarkerStyle : int16_t {
 inline constexpr int16_t kSeriesPoint = 4;  // a point series: markers, no values
 
 struct ChartSeries {
+  int dataSet = 0;  // the data set it shows, 1..5
   int16_t seriesType = kSeriesPoint;
   int16_t markerStyle = kMarkerRectangle;
   OleColor color = 0;

@@ -36,7 +36,7 @@ double N50Of(const Session& s, int i) {
 void ComputeCyclesScale(const Session& s, Graph& g) {
   double low = 10000;
   double high = 0;
-  for (int i = 1; i <= s.iNumDataSets; ++i) {
+  for (int i : modTarvenix::CompletedDataSets(s)) {
     double lnN50 = basic::Log(N50Of(s, i));
     double beta = s.sngBeta(i);
     g.sngLineLowX(i) = CSng(basic::Exp(lnN50 - Divide(kLowLineOffset, beta)));
@@ -109,13 +109,27 @@ bool IsLargePlot(double width, double height, double screenWidth, double screenH
 }
 
 std::string PlotGuardMessage(const Session& s) {
-  for (int i = 1; i <= s.iNumDataSets; ++i) {
-    if (s.sngNParam(i) == 0) {
-      return "Cannot generate plot because analysis was not completed successfully on Data Set #" +
-             std::to_string(i) + ".\rEdit the data set and try again.";
-    }
+  if (s.iNumDataSets < 1 || !modTarvenix::CompletedDataSets(s).empty()) return "";
+  return "Cannot generate plot because analysis was not completed successfully on Data Set #1.\r"
+         "Edit the data set and try again.";
+}
+
+std::string NumberList(const std::vector<int>& numbers) {
+  std::string list;
+  for (std::size_t k = 0; k < numbers.size(); ++k) {
+    if (k > 0) list += k + 1 == numbers.size() ? " and " : ", ";
+    list += std::to_string(numbers[k]);
   }
-  return "";
+  return list;
+}
+
+std::string NotDrawnNote(const Session& s) {
+  std::vector<int> failed;
+  for (int i = 1; i <= s.iNumDataSets && i <= kMaxDataSets; ++i)
+    if (!s.bAnalysisComplete(i)) failed.push_back(i);
+  if (failed.empty()) return "";
+  if (failed.size() == 1) return "Data set " + NumberList(failed) + " was not analysed successfully and is not drawn.";
+  return "Data sets " + NumberList(failed) + " were not analysed successfully and are not drawn.";
 }
 
 void PlotGuard(Session& s, UiPort& ui, Bool16& bCancel) {
@@ -167,8 +181,9 @@ std::string LegendText(const Session& s, int i) {
 void PlotWeibull(Session& s, Graph& g, ChartModel& chart, bool bLargePlot) {
   g.bLargePlot = bLargePlot;
   SetWeibullAxes(s, g, chart);
-  for (int i = 1; i <= s.iNumDataSets; ++i) {
+  for (int i : modTarvenix::CompletedDataSets(s)) {
     ChartSeries series;
+    series.dataSet = i;
     series.seriesType = kSeriesPoint;
     series.markerStyle = static_cast<int16_t>(i % 9);
     series.color = QBColorFor(g.iColorScheme, (i + 8) % 16);
@@ -236,9 +251,9 @@ WeibullDrawing DrawWeibullData(const Session& s, Graph& g, ChartModel& chart) {
   try {
     SetProbabilityScale(g, chart);
     ComputeCyclesScale(s, g);
-    for (int i = 1; i <= s.iNumDataSets; ++i) {
-      drawing.sets.push_back({});
-      DataSetDrawing& set = drawing.sets.back();
+    std::vector<int> invisible;
+    for (int i : modTarvenix::CompletedDataSets(s)) {
+      DataSetDrawing set;
       set.dataSet = i;
       for (int j = 1; j <= s.iNumEvents(i); ++j) {
         double y = PointY(g, s.sngWeiY(i, j));
@@ -247,11 +262,17 @@ WeibullDrawing DrawWeibullData(const Session& s, Graph& g, ChartModel& chart) {
         if (visible) set.points.push_back({Pixel(x), Pixel(y)});
       }
       if (set.points.empty()) {
-        drawing.sets.pop_back();
-        drawing.warning = "Warning: there are no visible points in data set " + std::to_string(i);
-        return drawing;
+        // Its line alone would say nothing about its points: leave it out
+        // and name it, and go on with the others.
+        invisible.push_back(i);
+        continue;
       }
       DrawFittedLine(s, g, i, set);
+      drawing.sets.push_back(std::move(set));
+    }
+    if (!invisible.empty()) {
+      drawing.warning = std::string("Warning: there are no visible points in data set") +
+                        (invisible.size() > 1 ? "s " : " ") + NumberList(invisible);
     }
   } catch (const RuntimeError&) {
     // A bad value ends this repaint's drawing; what was drawn stays.

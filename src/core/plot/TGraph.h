@@ -56,9 +56,15 @@ float Log10(double x);
 // and markers.
 bool IsLargePlot(double width, double height, double screenWidth, double screenHeight);
 
-// The plot guard: "" when every loaded data set has a completed analysis, else
-// the refusal naming the first data set whose N parameter is 0.
+// The plot guard: "" when some loaded data set has a completed analysis (the
+// plot draws those), else the refusal.
 std::string PlotGuardMessage(const Session& s);
+// "" when every loaded data set's analysis completed, else the note that names
+// the ones the plot leaves out: "Data set 2 was not analysed successfully and
+// is not drawn." ("Data sets 2 and 4 were ... are not drawn.").
+std::string NotDrawnNote(const Session& s);
+// "1", "1 and 3", "1, 3 and 4".
+std::string NumberList(const std::vector<int>& numbers);
 // Shows the refusal (if any) and sets bCancel; clears it otherwise.
 void PlotGuard(Session& s, UiPort& ui, Bool16& bCancel);
 
@@ -122,14 +128,15 @@ struct DataSetDrawing {
   std::vector<Segment> line;       // the fitted line, clipped to the plot's columns
 };
 struct WeibullDrawing {
-  std::vector<DataSetDrawing> sets;  // in data set order; may stop early
+  std::vector<DataSetDrawing> sets;  // in data set order
   std::string warning;               // "" or the invisible-points warning
 };
 
 // The data of one repaint: geometry recomputed from the chart's inner
-// rectangle, then each data set's visible points and fitted line. A data set
-// without a visible point ends the drawing with a warning. A run-time error
-// ends it too, keeping what was drawn before and no warning. Nothing is drawn
+// rectangle, then each analysed data set's visible points and fitted line. A
+// data set without a visible point is left out and named in the warning ("...
+// in data set 2", "... in data sets 1 and 3"). A run-time error ends the
+// drawing, keeping what was drawn before and no warning. Nothing is drawn
 // until the plot-ready flag is set.
 WeibullDrawing DrawWeibullData(const Session& s, Graph& g, ChartModel& chart);
 

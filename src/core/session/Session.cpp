@@ -1,5 +1,7 @@
 #include "session/Session.h"
 
+#include <algorithm>
+
 #include "base/Basic.h"
 
 namespace tarvenix::modTarvenix {
@@ -37,8 +39,36 @@ void ClearDataSets(Session& s) {
   s.sBetaResult.Clear();
   s.sNResult.Clear();
   s.sRSquaredResult.Clear();
+  s.bAnalysisComplete.Clear();
   s.iDataSetNum = 0;
   s.iNumDataSets = 0;
+}
+
+void ClearResults(Session& s, int16_t d) {
+  s.iNumEvents(d) = 0;
+  s.vEventCycle.ClearRow(d);
+  s.vEventCount.ClearRow(d);
+  s.sngWeiX.ClearRow(d);
+  s.sngWeiY.ClearRow(d);
+  s.sngBeta(d) = 0;
+  s.sngNParam(d) = 0;
+  s.sngRSquared(d) = 0;
+  s.sBetaResult(d).clear();
+  s.sNResult(d).clear();
+  s.sRSquaredResult(d).clear();
+  s.bAnalysisComplete(d) = false;
+}
+
+std::vector<int> CompletedDataSets(const Session& s) {
+  std::vector<int> sets;
+  for (int i = 1; i <= s.iNumDataSets && i <= kMaxDataSets; ++i)
+    if (s.bAnalysisComplete(i)) sets.push_back(i);
+  return sets;
+}
+
+void KeepCurrentDataSetLoaded(Session& s) {
+  const int16_t loaded = std::clamp<int16_t>(s.iNumDataSets, 0, kMaxDataSets);
+  s.iDataSetNum = loaded == 0 ? int16_t{0} : std::clamp<int16_t>(s.iDataSetNum, 1, loaded);
 }
 
 std::string IpcFileName(const std::string& sDataFile) {

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "base/Indexed.h"
 
@@ -59,6 +60,8 @@ struct Session {
   // --- Data set counting -------------------------------------------------
   int16_t iNumDataSets = 0;  // loaded data sets, 0..5
   int16_t iDataSetNum = 0;   // the current data set; 0 before the first
+  // The current data set when the setup dialog opened: Cancel goes back to it.
+  int16_t iDataSetNumBeforeSetup = 0;
   Bool16 bDebug;             // debug mode: extra trace lines
   int16_t iMinFailures = 5;  // failed channels an analysis needs at least
 
@@ -99,6 +102,9 @@ struct Session {
   PerDataSet<std::string> sBetaResult;
   PerDataSet<std::string> sNResult;
   PerDataSet<std::string> sRSquaredResult;
+  // The data set's last reading and analysis ran to "Analysis complete.";
+  // only such a data set has results to show, report or plot.
+  PerDataSet<Bool16> bAnalysisComplete;
   std::string sNLabel;              // "N50 =" or "N63 =", shared by all data sets
   std::string sPlotTitle;           // the plot's title, also printed at the top of the report
 
@@ -146,6 +152,14 @@ void NextDataSet(Session& s);
 void PreviousDataSet(Session& s);
 // Empties every data set's failure data and results; no data set is loaded.
 void ClearDataSets(Session& s);
+// Empties data set d's failure data and results, as after a reading or an
+// analysis that did not complete: nothing of an earlier run is left to show.
+void ClearResults(Session& s, int16_t d);
+// The data sets whose analysis completed, in order.
+std::vector<int> CompletedDataSets(const Session& s);
+// The current data set brought back within the loaded ones: 1..iNumDataSets,
+// or 0 when none is loaded.
+void KeepCurrentDataSetLoaded(Session& s);
 
 // The event array file of a data history file: the path less its last four
 // characters, then ".ipc". A path shorter than four characters is error 5.

@@ -64,12 +64,17 @@ std::string ErrorBoxText(std::string_view label, const RuntimeError& e, std::str
 
 void ShowMessage(Session& s, UiPort& ui, int16_t type, std::string_view label, std::string_view text,
                  const RuntimeError& e) {
+  if (type == kMsgConfirmation) {
+    ui.ShowMessageBox(std::string(text), kMessageTitle, MessageIcon::Information);
+    return;
+  }
   modSound::PlaySound(s, ui, modSound::Sound::Attention);
   if (type == kMsgNotice) {
     ui.ShowMessageBox(std::string(text), kMessageTitle, MessageIcon::Exclamation);
   } else if (type == kMsgError) {
     modSound::PlaySound(s, ui, modSound::Sound::Attention);
-    ui.ShowMessageBox(ErrorBoxText(label, e, text), kMessageTitle, MessageIcon::Critical);
+    ui.ShowMessageBox(label.empty() ? std::string(text) : ErrorBoxText(label, e, text), kMessageTitle,
+                      MessageIcon::Critical);
   }
 }
 

@@ -27,6 +27,7 @@ std::string ConvertDecimalDbl(double value, int16_t decimals);
 // Message types of ShowMessage.
 inline constexpr int16_t kMsgError = 0;
 inline constexpr int16_t kMsgNotice = 1;
+inline constexpr int16_t kMsgConfirmation = 2;  // something the user asked for was done
 // The caption of the program's message boxes.
 inline constexpr const char* kMessageTitle = "Tarvenix";
 
@@ -34,9 +35,11 @@ inline constexpr const char* kMessageTitle = "Tarvenix";
 // description, CR, text.
 std::string ErrorBoxText(std::string_view label, const RuntimeError& e, std::string_view text);
 
-// Type 1: the attention sound, then a notice box with `text`. Type 0: the
+// Type 1: the attention sound, then a notice box with `text`. Type 2: a
+// confirmation box with `text` (the information icon, no sound). Type 0: the
 // attention sound twice, then the error box for `e` (the current run-time
-// error) under `label`. Other types show nothing.
+// error) under `label`; without a label (a message no procedure raised) the
+// text alone, in an error box. Other types show nothing.
 void ShowMessage(Session& s, UiPort& ui, int16_t type, std::string_view label, std::string_view text,
                  const RuntimeError& e = RuntimeError(0, ""));
 

@@ -5,6 +5,7 @@
 #include "base/Basic.h"
 #include "session/FileUtils.h"
 #include "session/Utils.h"
+#include "analysis/Messages.h"
 #include "analysis/Weibull.h"
 #include "session/UiPort.h"
 #include "input/ChannelSelection.h"
@@ -49,6 +50,44 @@ std::optional<Refusal> CheckControls(Session& s, const DataSetSettings& c) {
   return std::nullopt;
 }
 
+// Reading, then the analysis when reading succeeded. The data set counts as
+// analysed only once the analysis has completed.
+void ReadAndAnalyse(Session& s, UiPort& ui) {
+  s.bAnalysisComplete(s.iDataSetNum) = false;
+  int16_t iErr = 0;
+  modTarvenix::ProcessData(s, ui, iErr);
+  if (iErr == 0) modTarvenix::AnalyzeData(s, ui, true);
+}
+
+// The UI port as it is, remembering the last status line shown through it.
+class StatusWatch : public UiPort {
+ public:
+  explicit StatusWatch(UiPort& ui) : ui_(ui) {}
+  const std::string& LastStatus() const { return last_; }
+
+  void UpdateStatus(const std::string& sMsg) override {
+    last_ = sMsg;
+    ui_.UpdateStatus(sMsg);
+  }
+  void UpdateTextBox(const std::string& sMsg) override { ui_.UpdateTextBox(sMsg); }
+  bool ResultsTextIsEmpty() const override { return ui_.ResultsTextIsEmpty(); }
+  void ShowMessageBox(const std::string& text, const std::string& title, MessageIcon icon) override {
+    ui_.ShowMessageBox(text, title, icon);
+  }
+  bool AskYesNo(const std::string& text, const std::string& title) override { return ui_.AskYesNo(text, title); }
+  std::optional<bool> AskIgnoreFirstCycleEvents(const FirstCycleFlags& flags, bool dataCycleAnalysis) override {
+    return ui_.AskIgnoreFirstCycleEvents(flags, dataCycleAnalysis);
+  }
+  void DebugPrint(const std::string& line) override { ui_.DebugPrint(line); }
+  void PlaySoundFile(const std::string& path) override { ui_.PlaySoundFile(path); }
+  void DoEvents() override { ui_.DoEvents(); }
+  bool OpenDocument(const std::string& path) override { return ui_.OpenDocument(path); }
+
+ private:
+  UiPort& ui_;
+  std::string last_;
+};
+
 }  // namespace
 
 SetupMode ModeOf(bool bAddMode, bool bReAnalyzeMode) {
@@ -90,7 +129,11 @@ std::optional<Refusal> CheckChannelRange(const std::string& first, const std::st
 std::string ActivateSetup(Session& s, UiPort& ui, SetupMode mode, DataSetSettings& controls) {
   std::string caption;
   modUtils::Trapped(s, ui, "frmTarvenixSetup.frmActivate", [&] {
-    if (mode == SetupMode::Add) s.iDataSetNum = basic::CInt(s.iDataSetNum + 1.0);
+    // Cancel comes back to the data set that was current; Add works on the
+    // number the new data set will get, whichever one was current.
+    modTarvenix::KeepCurrentDataSetLoaded(s);
+    s.iDataSetNumBeforeSetup = s.iDataSetNum;
+    if (mode == SetupMode::Add) s.iDataSetNum = basic::CInt(s.iNumDataSets + 1.0);
     caption = "Tarvenix Setup for Data Set #" + std::to_string(s.iDataSetNum);
     controls.sDataID = "Data Set #" + std::to_string(s.iDataSetNum);
     controls.bDataCycles = true;
@@ -107,36 +150,46 @@ std::string ActivateSetup(Session& s, UiPort& ui, SetupMode mode, DataSetSetting
 FinishUpResult FinishUp(Session& s, UiPort& ui, SetupMode mode, const DataSetSettings& controls,
                         const std::function<void()>& hideDialog) {
   FinishUpResult result;
-  modUtils::Trapped(s, ui, "frmTarvenixSetup.FinishUp", [&] {
+  StatusWatch watched(ui);
+  modUtils::Trapped(s, watched, "frmTarvenixSetup.FinishUp", [&] {
     if (std::optional<Refusal> r = CheckControls(s, controls)) {
-      modUtils::ShowMessage(s, ui, modUtils::kMsgNotice, "", r->message);
+      modUtils::ShowMessage(s, watched, modUtils::kMsgNotice, "", r->message);
       result.focus = r->focus;
       return;
     }
     const int16_t first = ChannelNumber(controls.sFirstCh);
     const int16_t last = ChannelNumber(controls.sLastCh);
     const int16_t limit = basic::CInt(basic::Val(controls.sOccurrenceLimit));
-    // The counters are not rolled back when the entries are rejected below: a
-    // later OK in add mode moves them once more.
     if (mode == SetupMode::Add) modTarvenix::NextDataSet(s);
     int16_t iErr = 0;
-    modTarvenix::CheckSetupEntries(s, ui, controls, first, last, limit, iErr);
+    modTarvenix::CheckSetupEntries(s, watched, controls, first, last, limit, iErr);
     if (iErr != 0) {
+      // The add did not happen: the counters go back, and the dialog stays
+      // open on the number the new data set will get.
+      if (mode == SetupMode::Add) s.iNumDataSets = basic::CInt(s.iNumDataSets - 1.0);
       result.focus = SetupFocus::txtChSelFile;
       return;
     }
     s.dataSetSettings(s.iDataSetNum) = controls;
     result.accepted = true;
     if (hideDialog) hideDialog();
-    ui.DoEvents();
-    modTarvenix::ProcessData(s, ui, iErr);
-    if (iErr == 0) modTarvenix::AnalyzeData(s, ui, true);
+    watched.DoEvents();
+    ReadAndAnalyse(s, watched);
   });
+  // A run that ended anywhere short of its results says so last, and leaves
+  // nothing of an earlier run to be shown as this one's.
+  if (result.accepted && !s.bAnalysisComplete(s.iDataSetNum)) {
+    modTarvenix::ClearResults(s, s.iDataSetNum);
+    if (watched.LastStatus() != modTarvenix::kAnalysisFailed) ui.UpdateStatus(modTarvenix::kAnalysisFailed);
+  }
   return result;
 }
 
 void CancelSetup(Session& s, UiPort& ui) {
-  modUtils::Trapped(s, ui, "frmTarvenixSetup.cmdBtnCancel", [&] { s.iDataSetNum = basic::CInt(s.iDataSetNum - 1.0); });
+  modUtils::Trapped(s, ui, "frmTarvenixSetup.cmdBtnCancel", [&] {
+    s.iDataSetNum = s.iDataSetNumBeforeSetup;
+    modTarvenix::KeepCurrentDataSetLoaded(s);
+  });
 }
 
 }  // namespace tarvenix::setup

@@ -26,6 +26,7 @@ void SetDataSet(Session& s, int i, double beta, double n, std::vector<std::pair<
   s.iNumDataSets = static_cast<int16_t>(std::max<int>(s.iNumDataSets, i));
   s.sDataIDs(i) = "Set " + std::to_string(i);
   s.sngBeta(i) = static_cast<float>(beta);
+  s.bAnalysisComplete(i) = true;
   s.sngNParam(i) = static_cast<float>(n);
   s.iNumEvents(i) = static_cast<int16_t>(points.size());
   for (std::size_t j = 0; j < points.size(); ++j) {
@@ -126,19 +127,36 @@ TEST(WeibullPaper, LineRunsThroughN50InN50ModeAndStraightInN63Mode) {
   }
 }
 
-TEST(WeibullPaper, ADataSetWithoutVisiblePointsStopsTheDrawingWithAWarning) {
-  const std::vector<std::pair<double, double>> pointSets[] = {{{1000, 99.9}, {1200, 99.8}}, {{1000, 1}, {1100, 1.5}}, {}};
-  for (const auto& points : pointSets) {
+// Every data set with a visible point is drawn; those without are named, and
+// those whose analysis did not complete are left out of axes and legend.
+TEST(WeibullPaper, DataSetsWithoutVisiblePointsOrAnalysisAreNamedAndTheOthersDrawn) {
+  const std::vector<std::pair<double, double>> hidden[] = {{{1000, 99.9}, {1200, 99.8}}, {{1000, 1}, {1100, 1.5}}, {}};
+  for (const auto& points : hidden) {
     Built b;
-    SetDataSet(b.s, 1, 2, 1000, {{1000, 50}});
-    SetDataSet(b.s, 2, 2, 1000, points);
-    SetDataSet(b.s, 3, 2, 1000, {{1000, 50}});
+    SetDataSet(b.s, 1, 2, 1000, points);
+    SetDataSet(b.s, 2, 2, 1000, {{1000, 50}});
+    SetDataSet(b.s, 3, 2, 1000, points);
+    SetDataSet(b.s, 4, 2, 1000, {{1000, 50}});
+    SetDataSet(b.s, 5, 0, 0, {});  // not analysed: no slope, no life
+    b.s.bAnalysisComplete(5) = false;
     b.Build();
     WeibullDrawing d = DrawWeibullData(b.s, b.g, b.chart);
-    EXPECT_EQ(d.warning, "Warning: there are no visible points in data set 2");
-    ASSERT_EQ(d.sets.size(), 1u);  // data set 3 waits for the next repaint
-    EXPECT_EQ(d.sets[0].dataSet, 1);
+    EXPECT_EQ(d.warning, "Warning: there are no visible points in data sets 1 and 3");
+    ASSERT_EQ(d.sets.size(), 2u);
+    EXPECT_EQ(d.sets[0].dataSet, 2);
+    EXPECT_EQ(d.sets[1].dataSet, 4);
+    EXPECT_EQ(b.chart.series.size(), 4u);
+    EXPECT_EQ(NotDrawnNote(b.s), "Data set 5 was not analysed successfully and is not drawn.");
   }
+  Built b;
+  SetDataSet(b.s, 1, 2, 1000, {{1000, 50}});
+  SetDataSet(b.s, 2, 2, 1000, {{1000, 50}});
+  for (int i : {1, 2}) b.s.bAnalysisComplete(i) = false;
+  EXPECT_EQ(NotDrawnNote(b.s), "Data sets 1 and 2 were not analysed successfully and are not drawn.");
+  EXPECT_NE(PlotGuardMessage(b.s), "") << "nothing to draw: the plot is refused";
+  b.s.bAnalysisComplete(2) = true;
+  EXPECT_EQ(PlotGuardMessage(b.s), "");
+  EXPECT_EQ(NumberList({1, 3, 4}), "1, 3 and 4");
 }
 
 TEST(WeibullPaper, BadValuesEndTheDrawingQuietly) {

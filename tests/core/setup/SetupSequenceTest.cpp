@@ -117,7 +117,7 @@ TEST(SetupSequence, AddFilesReadsAndAnalysesTheNewDataSetUpToFive) {
   EXPECT_TRUE(d.ui.messages.empty());
 }
 
-TEST(SetupSequence, ARejectedChannelFileKeepsTheDialogOpenWithTheCountersMoved) {
+TEST(SetupSequence, ARejectedChannelFileKeepsTheDialogOpenAndLoadsNothing) {
   Dialog d;
   d.controls.bFirstLastCh = false;
   d.controls.bChSelFile = true;
@@ -128,9 +128,12 @@ TEST(SetupSequence, ARejectedChannelFileKeepsTheDialogOpenWithTheCountersMoved) 
     FinishUpResult r = FinishUp(d.s, d.ui, SetupMode::Add, d.controls);
     EXPECT_FALSE(r.accepted);
     EXPECT_EQ(r.focus, SetupFocus::txtChSelFile);
-    EXPECT_EQ(d.s.iNumDataSets, press) << "each OK moves the counters once more";
+    EXPECT_EQ(d.s.iNumDataSets, 0) << "an add that did not complete loads nothing";
+    EXPECT_EQ(d.s.iDataSetNum, 1) << "the dialog stays on the new data set's number";
   }
   EXPECT_EQ(d.s.dataSetSettings(1).sDataFile, "") << "the record is saved only on success";
+  CancelSetup(d.s, d.ui);
+  EXPECT_EQ(d.s.iDataSetNum, 0);
 }
 
 TEST(SetupSequence, EditAndReAnalyseKeepTheNumberAndOverwriteTheRecord) {
@@ -151,10 +154,44 @@ TEST(SetupSequence, EditAndReAnalyseKeepTheNumberAndOverwriteTheRecord) {
   EXPECT_TRUE(FinishUp(d.s, d.ui, SetupMode::ReAnalyze, again).accepted);
   EXPECT_EQ(d.s.iNumDataSets, 1);
   EXPECT_EQ(d.s.sNResult(1).rfind("N63 = ", 0), 0u) << d.s.sNResult(1);
-  // Cancel in edit mode leaves the previous data set current.
-  ActivateSetup(d.s, d.ui, SetupMode::Edit, again);
-  CancelSetup(d.s, d.ui);
-  EXPECT_EQ(d.s.iDataSetNum, 0);
+  // Cancel in any mode goes back to the data set that was current.
+  for (SetupMode mode : {SetupMode::Edit, SetupMode::Add, SetupMode::ReAnalyze}) {
+    ActivateSetup(d.s, d.ui, mode, again);
+    CancelSetup(d.s, d.ui);
+    EXPECT_EQ(d.s.iDataSetNum, 1);
+  }
+}
+
+// A re-analysis that does not complete leaves nothing of the run before, and
+// every run ends with its status, whichever way it stopped.
+TEST(SetupSequence, ARunThatDoesNotCompleteSaysSoLastAndLeavesNoResults) {
+  struct Case {
+    const char* what;
+    std::string file;
+  } cases[] = {
+      {"too few failures", test::FailureHistory({{40, {3}}, {75, {1}}, {90, {2}}})},
+      {"first-cycle events kept", test::FailureHistory({{1, {3}}}) + kEightOfTen},
+  };
+  for (const Case& c : cases) {
+    Dialog d;
+    ASSERT_TRUE(d.Add().accepted);
+    ASSERT_TRUE(d.s.bAnalysisComplete(1));
+    d.dir.Write("run.txt", c.file);
+    d.ui.firstCycleAnswers.push_back(false);
+    DataSetSettings again;
+    ActivateSetup(d.s, d.ui, SetupMode::ReAnalyze, again);
+    EXPECT_TRUE(FinishUp(d.s, d.ui, SetupMode::ReAnalyze, again).accepted) << c.what;
+    EXPECT_EQ(d.ui.statuses.back(), "Analysis did not complete successfully.") << c.what;
+    EXPECT_FALSE(d.s.bAnalysisComplete(1)) << c.what;
+    EXPECT_EQ(d.s.iNumEvents(1), 0) << c.what;
+    EXPECT_EQ(d.s.sBetaResult(1) + d.s.sNResult(1) + d.s.sRSquaredResult(1), "") << c.what;
+  }
+  // Add works on the number the new data set gets, whichever one is current.
+  Dialog d;
+  for (int i = 0; i < 3; ++i) ASSERT_TRUE(d.Add().accepted);
+  d.s.iDataSetNum = 2;
+  EXPECT_EQ(ActivateSetup(d.s, d.ui, SetupMode::Add, d.controls), "Tarvenix Setup for Data Set #4");
+  EXPECT_EQ(d.controls.sDataID, "Data Set #4");
 }
 
 }  // namespace
