@@ -1,5 +1,5 @@
-// A new install is complete: the program folder holds the four sounds, the
-// help file (and its pages as HTML) and the readme the program opens.
+// A new install is complete: beside the program, the four sounds, the help
+// file (and its pages as HTML) and the readme the program opens.
 
 #include <gtest/gtest.h>
 
@@ -14,40 +14,28 @@
 namespace tarvenix {
 namespace {
 
-using modSound::Sound;
-
-uint32_t Le32(const std::string& bytes, std::size_t at) {
-  uint32_t v = 0;
-  for (int i = 3; i >= 0; --i) v = (v << 8) | static_cast<unsigned char>(bytes[at + static_cast<std::size_t>(i)]);
-  return v;
+std::string Shipped(const std::string& folder, const std::string& name) {
+  return test::ReadAll(modUtils::JoinPath(folder.empty() ? TARVENIX_BUILD_DIR : modUtils::JoinPath(TARVENIX_BUILD_DIR, folder), name));
 }
 
-TEST(ShippedFiles, EverySoundIsAShortPlayableWave) {
+TEST(ShippedFiles, EverySoundIsAShortPlainWaveAndHelpAndReadmeLieBesideTheProgram) {
+  using modSound::Sound;
   for (Sound sound : {Sound::TurnOn, Sound::Floop, Sound::Attention, Sound::Ping}) {
-    const std::string path =
-        modUtils::JoinPath(modUtils::JoinPath(TARVENIX_BUILD_DIR, "Sounds"), modSound::SoundFileName(sound));
-    SCOPED_TRACE(path);
-    const std::string wav = test::ReadAll(path);
+    const std::string wav = Shipped("Sounds", modSound::SoundFileName(sound));
+    SCOPED_TRACE(modSound::SoundFileName(sound));
     ASSERT_GT(wav.size(), 44u);
-    EXPECT_EQ(wav.substr(0, 4), "RIFF");
-    EXPECT_EQ(wav.substr(8, 8), "WAVEfmt ");
-    EXPECT_EQ(static_cast<unsigned char>(wav[20]), 1u);  // plain PCM, which every player takes
-    const uint32_t bytesPerSecond = Le32(wav, 28);
-    ASSERT_GT(bytesPerSecond, 0u);
-    const double seconds = static_cast<double>(wav.size() - 44) / bytesPerSecond;
+    EXPECT_EQ(wav.substr(0, 4) + wav.substr(8, 8), "RIFFWAVEfmt ");
+    EXPECT_EQ(wav[20], 1) << "plain PCM, which every player takes";
+    uint32_t bytesPerSecond = 0;
+    for (int i = 31; i >= 28; --i) bytesPerSecond = (bytesPerSecond << 8) | static_cast<unsigned char>(wav[i]);
     // The sounds mark steps of the work and play to their end: they must be brief.
-    EXPECT_GT(seconds, 0.1);
-    EXPECT_LT(seconds, 1.0);
+    const double seconds = static_cast<double>(wav.size() - 44) / bytesPerSecond;
+    EXPECT_TRUE(seconds > 0.1 && seconds < 1.0) << seconds;
   }
-}
-
-TEST(ShippedFiles, HelpAndReadmeLieBesideTheProgram) {
-  const std::string help = test::ReadAll(modUtils::JoinPath(TARVENIX_BUILD_DIR, modTarvenix::kHelpFileName));
-  EXPECT_EQ(help.substr(0, 4), "ITSF");  // a compiled help file
-  EXPECT_FALSE(test::ReadAll(modUtils::JoinPath(TARVENIX_BUILD_DIR, modTarvenix::kReadmeFileName)).empty());
+  EXPECT_EQ(Shipped("", modTarvenix::kHelpFileName).substr(0, 4), "ITSF");  // a compiled help file
+  EXPECT_FALSE(Shipped("", modTarvenix::kReadmeFileName).empty());
   // The same pages as HTML, for desktops without a compiled-help viewer.
-  const std::string pages = test::ReadAll(modUtils::JoinPath(modUtils::JoinPath(TARVENIX_BUILD_DIR, "help"), "index.html"));
-  EXPECT_NE(pages.find("<html"), std::string::npos);
+  EXPECT_NE(Shipped("help", "index.html").find("<html"), std::string::npos);
 }
 
 }  // namespace

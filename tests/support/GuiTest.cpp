@@ -1,14 +1,19 @@
 #include "support/GuiTest.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
+#include <QPlainTextEdit>
 #include <QTest>
 #include <QTimer>
 
 #include <cstdlib>
 
 #include "Dialogs.h"
+#include "frmTarvenixData.h"
+#include "support/FailurePoints.h"
 
 namespace tarvenix::test {
 namespace {
@@ -66,6 +71,56 @@ App& GuiTest::StartApp() {
 
 std::string GuiTest::SettingsFile() const { return dataHome.File("Vorlantic/Tarvenix.ini"); }
 
+frmTarvenixData& GuiTest::Main() { return app->MainWindow(); }
+QString GuiTest::Status() { return Find<QLabel>(&Main(), "StatusBar1")->text(); }
+QString GuiTest::Log() { return Find<QPlainTextEdit>(&Main(), "TextBox1")->toPlainText(); }
+
+void GuiTest::Trigger(const char* menuItem) {
+  auto* action = Main().findChild<QAction*>(QString::fromLatin1(menuItem));
+  ASSERT_NE(action, nullptr) << menuItem;
+  action->trigger();
+}
+
+std::string GuiTest::LastMessage() {
+  const auto& shown = gui::MessageBoxes::History();
+  return shown.empty() ? "" : shown.back().text.toStdString();
+}
+
+void GuiTest::LoadDataSets(int count) {
+  Session& s = app->session;
+  for (int n = 1; n <= count; ++n) {
+    const std::string name = "set" + std::to_string(n);
+    s.sDataIDs(n) = std::string(1, static_cast<char>('A' + n - 1));
+    s.sDataFiles(n) = dataHome.File(name + ".txt");
+    s.sIPCFiles(n) = dataHome.File(name + ".ipc");
+    s.sngNParam(n) = 1000.0f * static_cast<float>(n);
+    s.dataSetSettings(n) = RangeSetup(s.sDataIDs(n), s.sDataFiles(n));
+    s.dataSetSettings(n).sLastCh = std::to_string(10 * n);
+  }
+  s.iNumDataSets = static_cast<int16_t>(count);
+  s.iDataSetNum = static_cast<int16_t>(count);
+  Main().Activate();
+}
+
+std::string GuiTest::Simulate(const std::string& name, const sim::SimOptions& options) {
+  const std::string path = dataHome.File(name);
+  sim::WriteHistoryFile(options, sim::PlanTest(options), path);
+  return path;
+}
+
+void GuiTest::AddDataSet(const std::string& file, const std::function<void(QWidget*)>& more) {
+  WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
+    Type(setup, "txtDataFile", file);
+    Choose(setup, "btnFirstLastCh");
+    Type(setup, "txtFirstCh", "1");
+    Type(setup, "txtLastCh", "32");
+    Type(setup, "LblOccurrenceLimit", "1");
+    if (more) more(setup);
+    Click(setup, "cmdBtnOK");
+  });
+  Click(&Main(), "btnAddDataSet");
+}
+
 void WhenModal(const char* objectName, std::function<void(QWidget*)> action) {
   const QString name = QString::fromLatin1(objectName);
   auto* timer = new QTimer;
@@ -94,6 +149,18 @@ void Click(QWidget* parent, const char* buttonName) {
   ASSERT_NE(button, nullptr) << "no button " << buttonName;
   ASSERT_TRUE(button->isEnabled()) << buttonName << " is disabled";
   QTest::mouseClick(button, Qt::LeftButton);
+}
+
+void Type(QWidget* parent, const char* name, const std::string& text) {
+  auto* w = parent->findChild<QWidget*>(QString::fromLatin1(name));
+  ASSERT_NE(w, nullptr) << "no control " << name;
+  w->setProperty("text", QString::fromStdString(text));
+}
+
+void Choose(QWidget* parent, const char* radioButtonName) {
+  auto* button = parent->findChild<QAbstractButton*>(QString::fromLatin1(radioButtonName));
+  ASSERT_NE(button, nullptr) << "no choice " << radioButtonName;
+  button->setChecked(true);
 }
 
 }  // namespace tarvenix::test

@@ -1,7 +1,9 @@
 #pragma once
 // What the window tests share: an offscreen QApplication for the whole test
-// program, a fresh App per test with its own program folder, settings folder
-// and lock folder, and a way to act on a modal dialog once it is up.
+// program, a fresh App per test with its own program, settings and lock
+// folders, a way to act on a modal dialog once it is up, and the main window's
+// ways in: its controls, its menu items, data sets loaded or added through the
+// setup dialog.
 
 #include <gtest/gtest.h>
 
@@ -13,6 +15,7 @@
 #include <string>
 
 #include "App.h"
+#include "HistorySimulator.h"
 #include "support/TempDir.h"
 
 namespace tarvenix::test {
@@ -30,12 +33,26 @@ class GuiTest : public ::testing::Test {
   // The settings folder's "Tarvenix.ini".
   std::string SettingsFile() const;
 
-  template <typename W>
+  template <typename W = QWidget>
   W* Find(const QWidget* parent, const char* name) {
     W* w = parent->findChild<W*>(QString::fromLatin1(name));
     EXPECT_NE(w, nullptr) << "no control " << name;
     return w;
   }
+
+  frmTarvenixData& Main();
+  QString Status();
+  QString Log();  // the results box
+  void Trigger(const char* menuItem);
+  // The text of the last message box ("" when none was shown).
+  std::string LastMessage();
+
+  // Data sets as a finished analysis leaves them, IDs A, B, C..., last channels 10, 20, 30...
+  void LoadDataSets(int count);
+  // A simulated test's data history file in dataHome.
+  std::string Simulate(const std::string& name, const sim::SimOptions& options);
+  // Add Data Set: channels 1..32 of `file`, limit 1, then `more` on the dialog, then OK.
+  void AddDataSet(const std::string& file, const std::function<void(QWidget*)>& more = {});
 
   TempDir programFolder;
   TempDir dataHome;  // XDG_DATA_HOME: the common application data folder
@@ -50,5 +67,9 @@ void WhenModal(const char* objectName, std::function<void(QWidget*)> action);
 
 // Clicks a button found by name in `parent`.
 void Click(QWidget* parent, const char* buttonName);
+
+// Sets a line edit's, label's or radio button's state by name.
+void Type(QWidget* parent, const char* name, const std::string& text);
+void Choose(QWidget* parent, const char* radioButtonName);
 
 }  // namespace tarvenix::test

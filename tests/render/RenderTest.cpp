@@ -1,35 +1,43 @@
+// The plot as the painter draws it, the files made from it, and the report's
+// printed lines.
+
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
-#include <QImage>
+#include <QImageReader>
 #include <QPdfWriter>
 
+#include <cmath>
+#include <ctime>
+#include <filesystem>
+
+#include "PlotExport.h"
+#include "PrintRawData.h"
+#include "WeibullPainter.h"
 #include "WeibullSamples.h"
 #include "base/RuntimeError.h"
-#include "PlotExport.h"
-#include "WeibullPainter.h"
-#include "session/FileUtils.h"
 #include "support/ErrorNumber.h"
+#include "support/FailurePoints.h"
+#include "support/RecordingUi.h"
 #include "support/TempDir.h"
 
 namespace tarvenix::plot {
 namespace {
 
-QGuiApplication& App() {
-  static int argc = 1;
-  static char name[] = "plot_painter_test";
-  static char* argv[] = {name, nullptr};
-  static QGuiApplication app(argc, argv);
-  return app;
-}
+using test::ReadAll;
+using test::TempDir;
 
+// Analysed sample data sets with their plot built, as the plot window builds it.
 struct Plot {
   Session s;
   modTGraph::Graph g;
   ChartModel chart;
   clsGrInfo info;
   explicit Plot(int dataSets, int scheme = 6, bool large = true) {
-    App();
+    static int argc = 1;
+    static char name[] = "render_tests";
+    static char* argv[] = {name, nullptr};
+    static QGuiApplication app(argc, argv);
     s.bDataCycles = true;
     samples::AddSampleDataSets(s, dataSets);
     std::tm today{};
@@ -47,20 +55,17 @@ bool CoveredBy(QRgb pixel, QRgb colour) {
   if (c[k] == 255) return pixel == colour;
   const double cover = (255.0 - p[k]) / (255.0 - c[k]);
   if (cover < 0.5) return false;
-  for (int i = 0; i < 3; ++i) {
+  for (int i = 0; i < 3; ++i)
     if (std::abs(p[i] - (cover * c[i] + (1 - cover) * 255)) > 16) return false;
-  }
   return true;
 }
 
 // Whether the pixel at (x, y), or one next to it, shows the colour: lines are
 // smoothed, so their centre may fall between two pixels.
 bool ColourNear(const QImage& image, int x, int y, QRgb colour) {
-  for (int dy = -1; dy <= 1; ++dy) {
-    for (int dx = -1; dx <= 1; ++dx) {
+  for (int dy = -1; dy <= 1; ++dy)
+    for (int dx = -1; dx <= 1; ++dx)
       if (CoveredBy(image.pixel(x + dx, y + dy), colour)) return true;
-    }
-  }
   return false;
 }
 
@@ -72,7 +77,7 @@ TEST(WeibullPainter, PointsAndLinesAreWhereTheGeometrySaysInTheirColours) {
     std::string warning;
     QImage image = RenderChartImage(plot.s, plot.g, plot.chart, size, &warning);
     EXPECT_EQ(warning, "");
-    // The same geometry the painter used, recomputed from the inner rectangle it laid out.
+    // The geometry the painter used, recomputed from the inner rectangle it laid out.
     modTGraph::WeibullDrawing d = modTGraph::DrawWeibullData(plot.s, plot.g, plot.chart);
     ASSERT_EQ(d.sets.size(), 5u);
     for (const auto& set : d.sets) {
@@ -93,23 +98,19 @@ TEST(WeibullPainter, PointsAndLinesAreWhereTheGeometrySaysInTheirColours) {
   }
 }
 
-TEST(WeibullPainter, ProbabilityRowsAreSilverAndTheirLabelsLeftOfThePaper) {
+TEST(WeibullPainter, ProbabilityRowsAreRuledTickedAndLabelledLeftOfThePaper) {
   Plot plot(1);
   QImage image = RenderChartImage(plot.s, plot.g, plot.chart, QSize(1200, 900));
-  const QRgb silver = qRgb(192, 192, 192);
+  const int left = static_cast<int>(plot.g.sngPlotLeft);
   for (const auto& row : modTGraph::ProbabilityRows(plot.g)) {
+    SCOPED_TRACE(row.label);
     // Near the right edge, past the last decade line and clear of the data.
-    EXPECT_EQ(image.pixel(static_cast<int>(plot.g.sngPlotRight) - 3, row.y), silver) << row.label;
-    // The tick left of the paper is black.
-    EXPECT_EQ(image.pixel(static_cast<int>(plot.g.sngPlotLeft) - 2, row.y), qRgb(0, 0, 0)) << row.label;
+    EXPECT_NE(image.pixel(static_cast<int>(plot.g.sngPlotRight) - 3, row.y), qRgb(255, 255, 255));
+    EXPECT_LT(qGray(image.pixel(left - 2, row.y)), 128);
+    int dark = 0;
+    for (int x = left - 40; x < left - 10; ++x) dark += qGray(image.pixel(x, row.y)) < 128;
+    EXPECT_GT(dark, 0);
   }
-  // Something dark is written in the label column of the 50 % row.
-  const int y50 = modTGraph::Pixel(modTGraph::YOfFraction(plot.g, 0.5));
-  int dark = 0;
-  for (int x = static_cast<int>(plot.g.sngPlotLeft) - 40; x < plot.g.sngPlotLeft - 10; ++x) {
-    dark += qGray(image.pixel(x, y50)) < 128;
-  }
-  EXPECT_GT(dark, 0);
 }
 
 TEST(WeibullPainter, AnySizeAndBrokenDataPaintWithoutFailing) {
@@ -125,20 +126,67 @@ TEST(WeibullPainter, AnySizeAndBrokenDataPaintWithoutFailing) {
   }
 }
 
+TEST(PlotExport, EachTypeIsReadableAtTheAskedSizeAndAFullDiskLeavesAnOldImageWhole) {
+  Plot plot(2);
+  TempDir dir;
+  for (const char* file : {"plot.png", "plot.bmp", "plot.jpg"}) {
+    const std::string path = dir.File(file);
+    ExportChart(path, *FormatForPath(path), QSize(640, 480), plot.s, plot.g, plot.chart);
+    EXPECT_EQ(QImageReader(QString::fromStdString(path)).size(), QSize(640, 480)) << file;
+  }
+  // The vector files: 640 by 480 drawing units, a page of that many pixels at 96 dots per inch.
+  const std::pair<const char*, const char*> vectors[] = {{"plot.svg", "viewBox=\"0 0 640 480\""},
+                                                          {"plot.pdf", "/MediaBox [0 0 480.000000 360.000000]"}};
+  for (const auto& [file, size] : vectors) {
+    const std::string path = dir.File(file);
+    ExportChart(path, *FormatForPath(path), QSize(640, 480), plot.s, plot.g, plot.chart);
+    EXPECT_NE(ReadAll(path).find(size), std::string::npos) << file;
+  }
+
+  for (const char* file : {"plot.png", "plot.jpg", "plot.svg", "plot.pdf"}) {
+    const std::string old = "the image exported yesterday";
+    const std::string path = dir.Write(file, old);
+    int number = 0;
+    {
+      test::DiskSpaceLimit full(16);
+      number = test::ErrorNumberOf([&] { ExportChart(path, *FormatForPath(path), QSize(400, 300), plot.s, plot.g, plot.chart); });
+    }
+    EXPECT_EQ(number, err::kDiskFull) << file;
+    EXPECT_EQ(ReadAll(path), old) << file;
+  }
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.Path()), std::filesystem::directory_iterator()), 5)
+      << "no temporary file is left behind";
+}
+
 TEST(PlotExport, TheRecordingPlaysOntoAPageAndBadRecordingsAreRefused) {
   Plot plot(2);
-  test::TempDir dir;
+  TempDir dir;
   const std::string recording = dir.File("weibull.emf");
   ASSERT_TRUE(ExportRecording(recording, QSize(1000, 750), plot.s, plot.g, plot.chart));
   QPdfWriter page(QString::fromStdString(dir.File("page.pdf")));
   EXPECT_TRUE(PlayRecording(recording, page));
-  EXPECT_GT(test::ReadAll(dir.File("page.pdf")).size(), 1000u);
+  EXPECT_GT(ReadAll(dir.File("page.pdf")).size(), 1000u);
 
-  const std::string garbage = dir.Write("garbage.emf", "not a recording");
   QPdfWriter other(QString::fromStdString(dir.File("other.pdf")));
-  EXPECT_FALSE(PlayRecording(garbage, other));
+  EXPECT_FALSE(PlayRecording(dir.Write("garbage.emf", "not a recording"), other));
   EXPECT_FALSE(PlayRecording(dir.File("absent.emf"), other));
   EXPECT_FALSE(ExportRecording(dir.File("missing/weibull.emf"), QSize(100, 75), plot.s, plot.g, plot.chart));
+}
+
+TEST(PrintedReport, OneReportItemALineOrAGivenTextAsItStands) {
+  Session s;
+  test::RecordingUi ui;
+  test::AddAnalysedDataSet(s, ui, test::RangeSetup("Board A", "/lab/run1.txt"), 10, test::PublishedExample());
+  int16_t iErr = 5;
+  const QStringList lines = modTarvenix::RawDataLines(s, ui, "", iErr);
+  EXPECT_EQ(iErr, 0);
+  EXPECT_TRUE(lines.contains(QStringLiteral("Data Set #1 - 'Board A'")));
+  // The first point's row: count, cycle and fraction on lines of their own.
+  const qsizetype row = lines.indexOf(QStringLiteral("25"));
+  ASSERT_GT(row, 0);
+  EXPECT_EQ(lines.mid(row - 1, 3), (QStringList{"1", "25", "0.1000"}));
+  EXPECT_EQ(modTarvenix::RawDataLines(s, ui, "BETA = 2.03, at 90%\r\nN50 = 80\rlast\n", iErr),
+            (QStringList{"BETA = 2.03, at 90%", "N50 = 80", "last", ""}));
 }
 
 }  // namespace
