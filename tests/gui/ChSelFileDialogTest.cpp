@@ -26,7 +26,6 @@ class ChSelFileDialogTest : public GuiTest {
  protected:
   void SetUp() override {
     GuiTest::SetUp();
-    StartApp();
     app->session.sDataDir = folder.Path();
   }
   frmTarvenixChSelFile& Editor() { return app->ChSelFile(); }
@@ -56,7 +55,7 @@ class ChSelFileDialogTest : public GuiTest {
     Type(&Editor(), "txtFirstCh", first);
     Type(&Editor(), "txtLastCh", last);
   }
-  std::string FileName() { return Find<QLineEdit>(&Editor(), "txtChSelFile")->text().toStdString(); }
+  std::string FileName() { return Text(&Editor(), "txtChSelFile").toStdString(); }
 
   TempDir folder;
 };
@@ -217,7 +216,7 @@ TEST_F(ChSelFileDialogTest, CreateOnTheSetupDialogAnalysesExactlyTheChannelsOfTh
     });
     Click(setup, "CmdCreateChSelFile");
     EXPECT_TRUE(MessageBoxes::Texts().isEmpty());
-    EXPECT_EQ(Find<QLineEdit>(setup, "txtChSelFile")->text(), QStringLiteral("/lab/kept.txt"));
+    EXPECT_EQ(Text(setup, "txtChSelFile"), QStringLiteral("/lab/kept.txt"));
     EXPECT_FALSE(std::filesystem::exists(written));
 
     WhenModal("frmTarvenixChSelFile", [&](QWidget* editor) {
@@ -228,7 +227,7 @@ TEST_F(ChSelFileDialogTest, CreateOnTheSetupDialogAnalysesExactlyTheChannelsOfTh
     });
     Click(setup, "CmdCreateChSelFile");
     EXPECT_EQ(MessageBoxes::Texts(), QStringList{"Channel Selection File was created successfully."});
-    EXPECT_EQ(Find<QLineEdit>(setup, "txtChSelFile")->text().toStdString(), written);
+    EXPECT_EQ(Text(setup, "txtChSelFile").toStdString(), written);
   });
 
   std::vector<int> expected(24);

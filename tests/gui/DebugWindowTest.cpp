@@ -19,7 +19,6 @@ class DebugWindowTest : public GuiTest {
  protected:
   void SetUp() override {
     GuiTest::SetUp();
-    StartApp();
     app->session.sDataDir = dataHome.Path();
   }
   frmDebug& Window() { return app->Debug(); }

@@ -38,6 +38,7 @@ TEST_F(MainWindowTest, StartsWithoutSettingsSoundsWhileOnAndQuittingWritesTheSet
   std::filesystem::create_directories(programFolder.File("Sounds"));
   for (const char* name : {"TurnOn.wav", "Ping.wav", "Attention.wav"}) programFolder.Write(std::string("Sounds/") + name, "RIFF");
   StartApp();
+  const std::string settings = dataHome.File("Vorlantic/Tarvenix.ini");
   EXPECT_FALSE(app->About().isVisible()) << "the splash has gone";
   EXPECT_EQ(Main().windowTitle(), QStringLiteral("Quorvane Tarvenix v1.0.0"));
   EXPECT_EQ(Status(), QStringLiteral("Press 'Add Data Set' to begin."));
@@ -51,7 +52,7 @@ TEST_F(MainWindowTest, StartsWithoutSettingsSoundsWhileOnAndQuittingWritesTheSet
   Main().close();
   EXPECT_TRUE(Main().isVisible());
   EXPECT_EQ(LastMessage(), "Are you sure you want to quit Tarvenix?");
-  EXPECT_FALSE(std::filesystem::exists(SettingsFile()));
+  EXPECT_FALSE(std::filesystem::exists(settings));
 
   Trigger("mnuUtilsEnableSounds");
   gui::SoundLog::Clear();
@@ -62,7 +63,7 @@ TEST_F(MainWindowTest, StartsWithoutSettingsSoundsWhileOnAndQuittingWritesTheSet
   Trigger("mnuUtilsExit");
   EXPECT_FALSE(Main().isVisible());
   EXPECT_FALSE(app->Debug().isVisible());
-  EXPECT_NE(ReadAll(SettingsFile()).find("Sound Status=False"), std::string::npos);
+  EXPECT_NE(ReadAll(settings).find("Sound Status=False"), std::string::npos);
 }
 
 TEST_F(MainWindowTest, ASecondCopyIsRefusedAndACrashedCopysLockIsNot) {
@@ -87,15 +88,14 @@ TEST_F(MainWindowTest, AHandOffFileFillsTheFirstSetup) {
   programFolder.Write("Dortemp.ini", "\"" + data + "\",40\r\n");
   StartApp();
   WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
-    EXPECT_EQ(Find<QLineEdit>(setup, "txtDataFile")->text().toStdString(), data);
-    EXPECT_EQ(Find<QLineEdit>(setup, "txtLastCh")->text(), QStringLiteral("40"));
+    EXPECT_EQ(Text(setup, "txtDataFile").toStdString(), data);
+    EXPECT_EQ(Text(setup, "txtLastCh"), QStringLiteral("40"));
     Click(setup, "cmdBtnCancel");
   });
   Click(&Main(), "btnAddDataSet");
 }
 
 TEST_F(MainWindowTest, CommandsFollowTheNumberOfDataSetsAndAltF10TogglesDebugMode) {
-  StartApp();
   for (int loaded : {0, 1, 4, 5}) {
     LoadDataSets(loaded);
     EXPECT_EQ(Enabled("btnAddDataSet"), loaded < 5) << loaded;
@@ -120,7 +120,6 @@ TEST_F(MainWindowTest, CommandsFollowTheNumberOfDataSetsAndAltF10TogglesDebugMod
 }
 
 TEST_F(MainWindowTest, OptionsAreTakenUntilAnAnalysisAndClearStartsAfresh) {
-  StartApp();
   const char* chosen[] = {"btnN63", "btnMedianFraction", "btn95Percent"};
   WhenModal("frmTarvenixOptions", [&](QWidget* options) {
     EXPECT_TRUE(Find<QRadioButton>(options, "btnN50")->isChecked());
@@ -160,7 +159,6 @@ TEST_F(MainWindowTest, OptionsAreTakenUntilAnAnalysisAndClearStartsAfresh) {
 }
 
 TEST_F(MainWindowTest, ViewDatafileAndEditAskWhichDataSetOnlyWhenThereAreSeveral) {
-  StartApp();
   LoadDataSets(1);
   Click(&Main(), "CmdViewDataFile");
   EXPECT_EQ(LastMessage(), NotThere(app->session.sDataFiles(1)));
@@ -206,7 +204,7 @@ TEST_F(MainWindowTest, ViewDatafileAndEditAskWhichDataSetOnlyWhenThereAreSeveral
     EXPECT_EQ(list->currentText(), QStringLiteral("3 - C"));
     list->setCurrentIndex(0);
     WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
-      EXPECT_EQ(Find<QLineEdit>(setup, "txtLastCh")->text(), QStringLiteral("10"));
+      EXPECT_EQ(Text(setup, "txtLastCh"), QStringLiteral("10"));
       Click(setup, "cmdBtnCancel");
     });
     Click(chooser, "cmdBtnOK");
@@ -219,7 +217,6 @@ TEST_F(MainWindowTest, ViewDatafileAndEditAskWhichDataSetOnlyWhenThereAreSeveral
 }
 
 TEST_F(MainWindowTest, HelpReadmeExplorerAndAbout) {
-  StartApp();
   const std::string help = programFolder.File("Vorlantic.chm");
   Click(&Main(), "CmdHelp");
   EXPECT_EQ(Documents::Opened(), QStringList{QString::fromStdString(help)});
@@ -257,7 +254,6 @@ TEST_F(MainWindowTest, HelpReadmeExplorerAndAbout) {
 }
 
 TEST_F(MainWindowTest, SaveWritesTheReportAndPrintPrintsItOrTheSelection) {
-  StartApp();
   LoadDataSets(1);
   app->session.sDataDir = dataHome.Path();
   gui::FileDialogs::SetNextFileName(QString());

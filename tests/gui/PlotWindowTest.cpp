@@ -25,7 +25,6 @@ class PlotWindowTest : public GuiTest {
   void SetUp() override {
     GuiTest::SetUp();
     frmTarvenixPlot::SetScreenSizeOverride(QSize(1920, 1080));
-    StartApp();
     Session& s = app->session;
     s.bDataCycles = true;
     samples::AddSampleDataSets(s, 2);
@@ -47,7 +46,7 @@ class PlotWindowTest : public GuiTest {
   // negative box, and how the dialog is left: a button, or closed.
   void Save(const char* typeButton, bool negative, const char* button = "CmdBtnOK", const char* name = "") {
     WhenModal("frmSystemSaveOptions", [&](QWidget* d) {
-      EXPECT_EQ(Find<QLineEdit>(d, "txtSaveFilename")->text(), QStringLiteral("run7_weibull"));
+      EXPECT_EQ(Text(d, "txtSaveFilename"), QStringLiteral("run7_weibull"));
       if (*name) Type(d, "txtSaveFilename", name);
       Choose(d, typeButton);
       Find<QCheckBox>(d, "chkBoxNegativeImage")->setChecked(negative);

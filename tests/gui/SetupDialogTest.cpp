@@ -22,12 +22,7 @@ using gui::MessageBoxes;
 
 class SetupDialogTest : public GuiTest {
  protected:
-  void SetUp() override {
-    GuiTest::SetUp();
-    StartApp();
-  }
   frmTarvenixSetup& Dialog() { return app->Setup(); }
-  QString Text(const char* box) { return Find(&Dialog(), box)->property("text").toString(); }
   bool Enabled(const char* name) { return Find(&Dialog(), name)->isEnabled(); }
 };
 
@@ -43,7 +38,7 @@ TEST_F(SetupDialogTest, AddAnalysesAFileChosenInAnyFolderEditRenamesAndReanalyze
     EXPECT_EQ(FileDialogs::LastDefaultName().toStdString(), dataHome.Path());
     FileDialogs::SetNextFileName(QString());
     Click(setup, "cmdDataFile");
-    EXPECT_EQ(Text("txtDataFile"), QString::fromStdString(file)) << "a cancelled dialog keeps the box";
+    EXPECT_EQ(Text(&Dialog(), "txtDataFile"), QString::fromStdString(file)) << "a cancelled dialog keeps the box";
   });
   EXPECT_FALSE(Dialog().isVisible());
   EXPECT_EQ(Status(), QStringLiteral("Analysis complete."));
@@ -53,7 +48,7 @@ TEST_F(SetupDialogTest, AddAnalysesAFileChosenInAnyFolderEditRenamesAndReanalyze
   EXPECT_TRUE(Log().contains(QStringLiteral("Number of analyzed events = ")));
 
   WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
-    EXPECT_EQ(Text("MaskEdBoxDataID"), QStringLiteral("Board A"));
+    EXPECT_EQ(Text(&Dialog(), "MaskEdBoxDataID"), QStringLiteral("Board A"));
     Type(setup, "MaskEdBoxDataID", "Board A, retested");
     Click(setup, "cmdBtnOK");
   });
@@ -90,7 +85,7 @@ TEST_F(SetupDialogTest, EditShowsEveryChoiceOfTheRecordAndAddStartsTheNextWithDe
 
   Dialog().SetAddMode(true);
   Dialog().Activate();
-  EXPECT_EQ(Text("MaskEdBoxDataID"), QStringLiteral("Data Set #3"));
+  EXPECT_EQ(Text(&Dialog(), "MaskEdBoxDataID"), QStringLiteral("Data Set #3"));
   const DataSetSettings added = Dialog().ControlValues();
   EXPECT_TRUE(added.bDataCycles && added.bNumOccurrences) << "add mode's defaults";
   EXPECT_EQ(added.sLastCh, "9") << "what add mode does not reset stays for the next data set";
@@ -114,7 +109,7 @@ TEST_F(SetupDialogTest, ChoicesDisableTheOtherControlsAndUpDownsStepWithinRange)
     Type(&Dialog(), box, before);
     for (int i = 0; i < presses; ++i)
       QTest::mouseClick(Find(&Dialog(), upDown)->findChild<QWidget*>(QString::fromLatin1(arrow)), Qt::LeftButton);
-    EXPECT_EQ(Text(box), QString::fromLatin1(after)) << box << " from '" << before << "'";
+    EXPECT_EQ(Text(&Dialog(), box), QString::fromLatin1(after)) << box << " from '" << before << "'";
   }
 }
 
@@ -132,7 +127,7 @@ TEST_F(SetupDialogTest, RefusalsShowAndKeepTheDialogOpenOnTheirBox) {
     Type(setup, "txtDataFile", file);
     FileDialogs::SetNextFileName(QStringLiteral("/data/channels.txt"));
     Click(setup, "cmdChSelFile");
-    EXPECT_EQ(Text("txtChSelFile"), QStringLiteral("/data/channels.txt"));
+    EXPECT_EQ(Text(&Dialog(), "txtChSelFile"), QStringLiteral("/data/channels.txt"));
 
     // Every entry is checked in the core; this one shows the box and the focus.
     MessageBoxes::Clear();
@@ -178,9 +173,9 @@ TEST_F(SetupDialogTest, TheFirstCycleAnswerReachesTheAnalysis) {
   flags[1024] = flags[3] = true;
   WhenModal("frmTarvenixFirstCycFailures", [&](QWidget* question) {
     EXPECT_EQ(question->windowTitle(), QStringLiteral("First Temp. or Mech. Cycle Events Found"));
-    EXPECT_EQ(Find<QLabel>(question, "LblCycleType")->text(),
+    EXPECT_EQ(Text(question, "LblCycleType"),
               QStringLiteral("The following channels have first temp./mech.-cycle events:"));
-    EXPECT_EQ(Find<QLineEdit>(question, "txtBox1")->text(), QStringLiteral(" 3 1024"));
+    EXPECT_EQ(Text(question, "txtBox1"), QStringLiteral(" 3 1024"));
     QTest::keyClick(question, Qt::Key_Escape);
   });
   EXPECT_EQ(app->ui.AskIgnoreFirstCycleEvents(flags, false), std::nullopt);

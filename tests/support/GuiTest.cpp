@@ -28,6 +28,20 @@ class QtEnvironment : public ::testing::Environment {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     application_ = std::make_unique<QApplication>(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tarvenix"));
+    // A modal dialog nobody waits for would hang the test: after 5 seconds
+    // it fails the test and is closed.
+    auto* watchdog = new QTimer(application_.get());
+    QObject::connect(watchdog, &QTimer::timeout, [] {
+      static QWidget* last = nullptr;
+      static int ticks = 0;
+      QWidget* modal = QApplication::activeModalWidget();
+      ticks = modal && modal == last ? ticks + 1 : 0;
+      last = modal;
+      if (ticks < 50) return;
+      ADD_FAILURE() << "the dialog " << modal->objectName().toStdString() << " stayed open";
+      if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->done(QDialog::Rejected);
+    });
+    watchdog->start(100);
   }
   void TearDown() override { application_.reset(); }
 
@@ -46,6 +60,7 @@ void GuiTest::SetUp() {
   gui::Documents::Clear();
   gui::SoundLog::Clear();
   gui::PrintDialogs::SetPrinterInstalled(true);
+  StartApp();
 }
 
 void GuiTest::TearDown() {
@@ -68,8 +83,6 @@ App& GuiTest::StartApp() {
   EXPECT_EQ(app->Main(), App::StartResult::Running);
   return *app;
 }
-
-std::string GuiTest::SettingsFile() const { return dataHome.File("Vorlantic/Tarvenix.ini"); }
 
 frmTarvenixData& GuiTest::Main() { return app->MainWindow(); }
 QString GuiTest::Status() { return Find<QLabel>(&Main(), "StatusBar1")->text(); }
@@ -125,23 +138,16 @@ void WhenModal(const char* objectName, std::function<void(QWidget*)> action) {
   const QString name = QString::fromLatin1(objectName);
   auto* timer = new QTimer;
   auto waited = std::make_shared<int>(0);
-  timer->setInterval(10);
   QObject::connect(timer, &QTimer::timeout, [timer, name, action, waited] {
     QWidget* modal = QApplication::activeModalWidget();
-    if (modal && modal->objectName() == name && modal->isVisible()) {
-      timer->stop();
-      timer->deleteLater();
-      action(modal);
-      return;
-    }
-    if (++*waited > 500) {
-      timer->stop();
-      timer->deleteLater();
-      ADD_FAILURE() << "the dialog " << name.toStdString() << " did not come up";
-      if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->done(QDialog::Rejected);
-    }
+    const bool up = modal && modal->objectName() == name && modal->isVisible();
+    if (!up && ++*waited <= 500) return;
+    timer->deleteLater();
+    timer->stop();
+    if (up) return action(modal);
+    ADD_FAILURE() << "the dialog " << name.toStdString() << " did not come up";
   });
-  timer->start();
+  timer->start(10);
 }
 
 void Click(QWidget* parent, const char* buttonName) {
@@ -155,6 +161,12 @@ void Type(QWidget* parent, const char* name, const std::string& text) {
   auto* w = parent->findChild<QWidget*>(QString::fromLatin1(name));
   ASSERT_NE(w, nullptr) << "no control " << name;
   w->setProperty("text", QString::fromStdString(text));
+}
+
+QString Text(const QWidget* parent, const char* name) {
+  const auto* w = parent->findChild<const QWidget*>(QString::fromLatin1(name));
+  EXPECT_NE(w, nullptr) << "no control " << name;
+  return w ? w->property("text").toString() : QString();
 }
 
 void Choose(QWidget* parent, const char* radioButtonName) {
