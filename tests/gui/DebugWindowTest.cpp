@@ -12,23 +12,12 @@
 namespace tarvenix::test {
 namespace {
 
-using gui::FileDialogs;
 using gui::MessageBoxes;
 
 class DebugWindowTest : public GuiTest {
  protected:
-  void SetUp() override {
-    GuiTest::SetUp();
-    app->session.sDataDir = dataHome.Path();
-  }
   frmDebug& Window() { return app->Debug(); }
   void Trace(const char* line) { modUtils::DebugPrint(app->ui, line); }
-  void SelectFirstLine() {
-    QTextCursor cursor = Window().TextBox()->textCursor();
-    cursor.setPosition(1);
-    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
-    Window().TextBox()->setTextCursor(cursor);
-  }
 };
 
 TEST_F(DebugWindowTest, TraceLinesOpenTheWindowAfterAnEmptyLineAndCloseThrowsThemAway) {
@@ -47,37 +36,33 @@ TEST_F(DebugWindowTest, TraceLinesOpenTheWindowAfterAnEmptyLineAndCloseThrowsThe
 }
 
 TEST_F(DebugWindowTest, SavesOrPrintsTheWholeLogOrTheSelection) {
+  app->session.sDataDir = dataHome.Path();
   Trace("first");
   Trace("second");
-  struct Case {
-    bool select;
-    QMessageBox::StandardButton answer;
-    std::string saved;
-  };
-  const Case cases[] = {{false, QMessageBox::NoButton, "\r\nfirst\r\nsecond\r\n"},
-                        {true, QMessageBox::No, "\r\nfirst\r\nsecond\r\n"},
-                        {true, QMessageBox::Yes, "first\r\n"}};
-  int n = 0;
-  for (const Case& c : cases) {
-    SCOPED_TRACE(n);
+  // Whether the first line is selected, the answer to "selected only?", what is saved.
+  const std::tuple<bool, QMessageBox::StandardButton, std::string> cases[] = {
+      {false, QMessageBox::NoButton, "\r\nfirst\r\nsecond\r\n"},
+      {true, QMessageBox::No, "\r\nfirst\r\nsecond\r\n"},
+      {true, QMessageBox::Yes, "first\r\n"}};
+  for (const auto& [select, answer, saved] : cases) {
+    SCOPED_TRACE(saved);
     MessageBoxes::Clear();
-    if (c.select) {
-      SelectFirstLine();
-      MessageBoxes::SetNextAnswer(c.answer);
-    } else {
-      Window().TextBox()->moveCursor(QTextCursor::End);
-    }
-    const std::string file = dataHome.File("log" + std::to_string(n++) + ".txt");
-    FileDialogs::SetNextFileName(QString::fromStdString(file));
+    QTextCursor cursor = Window().TextBox()->textCursor();
+    cursor.setPosition(select ? 1 : cursor.document()->characterCount() - 1);
+    cursor.movePosition(QTextCursor::EndOfBlock, select ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+    Window().TextBox()->setTextCursor(cursor);
+    MessageBoxes::SetNextAnswer(answer);
+    const std::string file = dataHome.File("log.txt");
+    gui::FileDialogs::SetNextFileName(QString::fromStdString(file));
     Click(&Window(), "btnSave");
-    EXPECT_EQ(FileDialogs::LastDefaultName().toStdString(), dataHome.File("debug.txt"));
-    EXPECT_EQ(MessageBoxes::Texts(), c.select ? QStringList{"Save selected text only?"} : QStringList{});
-    EXPECT_EQ(ReadAll(file), c.saved);
+    EXPECT_EQ(gui::FileDialogs::LastDefaultName().toStdString(), dataHome.File("debug.txt"));
+    EXPECT_EQ(MessageBoxes::Texts(), select ? QStringList{"Save selected text only?"} : QStringList{});
+    EXPECT_EQ(ReadAll(file), saved);
 
-    const std::string pdf = dataHome.File("log" + std::to_string(n) + ".pdf");
-    gui::PrintDialogs::SetNextAnswer({true, 2, c.select, QString::fromStdString(pdf)});
+    const std::string pdf = dataHome.File("log.pdf");
+    gui::PrintDialogs::SetNextAnswer({true, 2, select, QString::fromStdString(pdf)});
     Click(&Window(), "btnPrint");
-    EXPECT_EQ(gui::PrintDialogs::LastOfferedSelection(), c.select);
+    EXPECT_EQ(gui::PrintDialogs::LastOfferedSelection(), select);
     EXPECT_EQ(ReadAll(pdf).substr(0, 5), "%PDF-");
   }
   MessageBoxes::Clear();
@@ -86,8 +71,7 @@ TEST_F(DebugWindowTest, SavesOrPrintsTheWholeLogOrTheSelection) {
   gui::PrintDialogs::SetPrinterInstalled(false);
   Click(&Window(), "btnPrint");
   ASSERT_EQ(MessageBoxes::Texts().size(), 2);
-  EXPECT_TRUE(MessageBoxes::Texts()[0].startsWith(QStringLiteral("Error in frmDebug.btnPrint_Click - Error #57")))
-      << MessageBoxes::Texts()[0].toStdString();
+  EXPECT_TRUE(MessageBoxes::Texts()[0].startsWith(QStringLiteral("Error in frmDebug.btnPrint_Click - Error #57")));
   EXPECT_EQ(MessageBoxes::Texts()[1], gui::kNoPrinterMessage);
 }
 
