@@ -51,6 +51,12 @@ class QtEnvironment : public ::testing::Environment {
 
 const auto* const kEnvironment = ::testing::AddGlobalTestEnvironment(new QtEnvironment);
 
+// The WhenModal actions still waiting for their dialog.
+std::vector<QTimer*>& Waiting() {
+  static std::vector<QTimer*> waiting;
+  return waiting;
+}
+
 }  // namespace
 
 void GuiTest::SetUp() {
@@ -64,6 +70,11 @@ void GuiTest::SetUp() {
 }
 
 void GuiTest::TearDown() {
+  for (QTimer* timer : Waiting()) {
+    ADD_FAILURE() << "the dialog " << timer->objectName().toStdString() << " did not come up";
+    delete timer;
+  }
+  Waiting().clear();
   app.reset();
   gui::MessageBoxes::Clear();
 }
@@ -135,17 +146,16 @@ void GuiTest::AddDataSet(const std::string& file, const std::function<void(QWidg
 }
 
 void WhenModal(const char* objectName, std::function<void(QWidget*)> action) {
-  const QString name = QString::fromLatin1(objectName);
   auto* timer = new QTimer;
-  auto waited = std::make_shared<int>(0);
-  QObject::connect(timer, &QTimer::timeout, [timer, name, action, waited] {
+  timer->setObjectName(QString::fromLatin1(objectName));
+  Waiting().push_back(timer);
+  QObject::connect(timer, &QTimer::timeout, [timer, action] {
     QWidget* modal = QApplication::activeModalWidget();
-    const bool up = modal && modal->objectName() == name && modal->isVisible();
-    if (!up && ++*waited <= 500) return;
+    if (!modal || modal->objectName() != timer->objectName() || !modal->isVisible()) return;
+    std::erase(Waiting(), timer);
     timer->deleteLater();
     timer->stop();
-    if (up) return action(modal);
-    ADD_FAILURE() << "the dialog " << name.toStdString() << " did not come up";
+    action(modal);
   });
   timer->start(10);
 }

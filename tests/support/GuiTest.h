@@ -59,7 +59,8 @@ class GuiTest : public ::testing::Test {
 
 // Runs `action` on the first modal dialog named `objectName` that comes up,
 // from inside its own event loop; `action` must close it. A dialog that never
-// shows, or one nobody waits for, fails the test and is closed after 5 seconds.
+// comes up fails the test at its end; one nobody waits for fails it and is
+// closed after 5 seconds.
 void WhenModal(const char* objectName, std::function<void(QWidget*)> action);
 
 // A control found by name in `parent`: clicked (it must be enabled), its text
