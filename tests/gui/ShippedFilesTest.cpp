@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <string>
 
 #include "session/FileUtils.h"
@@ -14,28 +13,23 @@
 namespace tarvenix {
 namespace {
 
-std::string Shipped(const std::string& folder, const std::string& name) {
-  return test::ReadAll(modUtils::JoinPath(folder.empty() ? TARVENIX_BUILD_DIR : modUtils::JoinPath(TARVENIX_BUILD_DIR, folder), name));
-}
+std::string Shipped(const std::string& path) { return test::ReadAll(modUtils::JoinPath(TARVENIX_BUILD_DIR, path)); }
 
 TEST(ShippedFiles, EverySoundIsAShortPlainWaveAndHelpAndReadmeLieBesideTheProgram) {
   using modSound::Sound;
   for (Sound sound : {Sound::TurnOn, Sound::Floop, Sound::Attention, Sound::Ping}) {
-    const std::string wav = Shipped("Sounds", modSound::SoundFileName(sound));
-    SCOPED_TRACE(modSound::SoundFileName(sound));
-    ASSERT_GT(wav.size(), 44u);
-    EXPECT_EQ(wav.substr(0, 4) + wav.substr(8, 8), "RIFFWAVEfmt ");
-    EXPECT_EQ(wav[20], 1) << "plain PCM, which every player takes";
-    uint32_t bytesPerSecond = 0;
-    for (int i = 31; i >= 28; --i) bytesPerSecond = (bytesPerSecond << 8) | static_cast<unsigned char>(wav[i]);
+    const std::string wav = Shipped(modUtils::JoinPath("Sounds", modSound::SoundFileName(sound)));
+    ASSERT_GT(wav.size(), 44u) << modSound::SoundFileName(sound);
+    EXPECT_EQ(wav.substr(0, 4) + wav.substr(8, 8) + wav[20], "RIFFWAVEfmt \x01") << "plain PCM, which every player takes";
     // The sounds mark steps of the work and play to their end: they must be brief.
-    const double seconds = static_cast<double>(wav.size() - 44) / bytesPerSecond;
-    EXPECT_TRUE(seconds > 0.1 && seconds < 1.0) << seconds;
+    const auto byte = [&](int i) { return static_cast<double>(static_cast<unsigned char>(wav[i])); };
+    const double seconds = (wav.size() - 44) / (byte(28) + 256 * (byte(29) + 256 * (byte(30) + 256 * byte(31))));
+    EXPECT_TRUE(seconds > 0.1 && seconds < 1.0) << modSound::SoundFileName(sound) << ": " << seconds << " s";
   }
-  EXPECT_EQ(Shipped("", modTarvenix::kHelpFileName).substr(0, 4), "ITSF");  // a compiled help file
-  EXPECT_FALSE(Shipped("", modTarvenix::kReadmeFileName).empty());
+  EXPECT_EQ(Shipped(modTarvenix::kHelpFileName).substr(0, 4), "ITSF");  // a compiled help file
+  EXPECT_FALSE(Shipped(modTarvenix::kReadmeFileName).empty());
   // The same pages as HTML, for desktops without a compiled-help viewer.
-  EXPECT_NE(Shipped("help", "index.html").find("<html"), std::string::npos);
+  EXPECT_NE(Shipped(modUtils::JoinPath("help", "index.html")).find("<html"), std::string::npos);
 }
 
 }  // namespace
