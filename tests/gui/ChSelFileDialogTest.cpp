@@ -115,7 +115,6 @@ TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpenAndAnAllowedRang
       {"no file name", named(""), {"Please type in a name for the channel selection file."}, name},
       {"overwrite answered No", named(existing, QMessageBox::No), {overwrite}, name},
       {"no such folder", named(folder.File("gone/list.txt")), {noFolder}, name},
-      {"a name without a folder", named("list.txt"), {noFolder}, name},
       {"four channels ticked", [&] { Tick({4}, false); }, {tooFew}, nullptr},
       {"overwrite answered Yes, then too few channels", [&] { named(existing, QMessageBox::Yes)(); Tick({4}, false); },
        {overwrite, tooFew}, nullptr},

@@ -39,10 +39,10 @@ TEST_F(SetupDialogTest, AddAnalysesAFileChosenInAnyFolderEditRenamesAndReanalyze
     FileDialogs::SetNextFileName(QString());
     Click(setup, "cmdDataFile");
     EXPECT_EQ(Text(&Dialog(), "txtDataFile"), QString::fromStdString(file)) << "a cancelled dialog keeps the box";
+    EXPECT_EQ(app->session.sDataDir, dataHome.File("Pr\u00fcfung 85\u00b0C")) << "the next browse starts there";
   });
   EXPECT_FALSE(Dialog().isVisible());
   EXPECT_EQ(Status(), QStringLiteral("Analysis complete."));
-  EXPECT_EQ(app->session.sDataDir, dataHome.File("Pr\u00fcfung 85\u00b0C"));
   EXPECT_EQ(app->session.sDataIDs(1), "Board A");
 
   WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
