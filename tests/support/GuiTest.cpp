@@ -149,13 +149,19 @@ void WhenModal(const char* objectName, std::function<void(QWidget*)> action) {
   auto* timer = new QTimer;
   timer->setObjectName(QString::fromLatin1(objectName));
   Waiting().push_back(timer);
-  QObject::connect(timer, &QTimer::timeout, [timer, action] {
+  auto ticks = std::make_shared<int>(0);
+  QObject::connect(timer, &QTimer::timeout, [timer, action, ticks] {
     QWidget* modal = QApplication::activeModalWidget();
-    if (!modal || modal->objectName() != timer->objectName() || !modal->isVisible()) return;
+    const bool up = modal && modal->objectName() == timer->objectName() && modal->isVisible();
+    if (!up && ++*ticks < 500) return;
     std::erase(Waiting(), timer);
     timer->deleteLater();
     timer->stop();
-    action(modal);
+    if (up) return action(modal);
+    // Whatever dialog holds the test up instead goes, so the test ends.
+    ADD_FAILURE() << "the dialog " << timer->objectName().toStdString() << " did not come up";
+    for (QWidget* w : QApplication::topLevelWidgets())
+      if (auto* dialog = qobject_cast<QDialog*>(w); dialog && dialog->isVisible()) dialog->done(QDialog::Rejected);
   });
   timer->start(10);
 }
