@@ -161,18 +161,21 @@ TEST_F(SetupDialogTest, TheFirstCycleAnswerReachesTheAnalysis) {
     EXPECT_EQ(Log().contains(QStringLiteral("Number of analyzed events = %1").arg(withoutFirst)), ignore);
   }
 
-  // In temperature or mechanical cycles; closed without an answer, the last one stays.
+  // In temperature or mechanical cycles the question says so; its answer is
+  // kept in the session, and closing it without one leaves that in place.
   FirstCycleFlags flags{};
   flags[1024] = flags[3] = true;
-  WhenModal("frmTarvenixFirstCycFailures", [&](QWidget* question) {
-    EXPECT_EQ(question->windowTitle(), QStringLiteral("First Temp. or Mech. Cycle Events Found"));
-    EXPECT_EQ(Text(question, "LblCycleType"),
-              QStringLiteral("The following channels have first temp./mech.-cycle events:"));
-    EXPECT_EQ(Text(question, "txtBox1"), QStringLiteral(" 3 1024"));
-    QTest::keyClick(question, Qt::Key_Escape);
-  });
-  EXPECT_EQ(app->ui.AskIgnoreFirstCycleEvents(flags, false), std::nullopt);
-  EXPECT_TRUE(static_cast<bool>(app->session.bIgnoreFirstCycles));
+  for (const char* button : {"cmdBtnNo", static_cast<const char*>(nullptr)}) {
+    WhenModal("frmTarvenixFirstCycFailures", [&](QWidget* question) {
+      EXPECT_EQ(question->windowTitle(), QStringLiteral("First Temp. or Mech. Cycle Events Found"));
+      EXPECT_EQ(Text(question, "LblCycleType"),
+                QStringLiteral("The following channels have first temp./mech.-cycle events:"));
+      EXPECT_EQ(Text(question, "txtBox1"), QStringLiteral(" 3 1024"));
+      button ? Click(question, button) : QTest::keyClick(question, Qt::Key_Escape);
+    });
+    EXPECT_EQ(app->ui.AskIgnoreFirstCycleEvents(flags, false), button ? std::optional(false) : std::nullopt);
+    EXPECT_FALSE(static_cast<bool>(app->session.bIgnoreFirstCycles));
+  }
 }
 
 }  // namespace
