@@ -5,7 +5,6 @@
 
 #include <QGuiApplication>
 #include <QImageReader>
-#include <QPdfWriter>
 
 #include <cmath>
 #include <ctime>
@@ -149,21 +148,6 @@ TEST(PlotExport, EachTypeIsReadableAtTheAskedSizeAndAFullDiskLeavesAnOldImageWho
   }
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.Path()), std::filesystem::directory_iterator()), 10)
       << "no temporary file is left behind";
-}
-
-TEST(PlotExport, TheRecordingPlaysOntoAPageAndBadRecordingsAreRefused) {
-  Plot plot(2);
-  TempDir dir;
-  const std::string recording = dir.File("weibull.emf");
-  ASSERT_TRUE(ExportRecording(recording, QSize(1000, 750), plot.s, plot.g, plot.chart));
-  QPdfWriter page(QString::fromStdString(dir.File("page.pdf")));
-  EXPECT_TRUE(PlayRecording(recording, page));
-  EXPECT_GT(ReadAll(dir.File("page.pdf")).size(), 1000u);
-
-  QPdfWriter other(QString::fromStdString(dir.File("other.pdf")));
-  EXPECT_FALSE(PlayRecording(dir.Write("garbage.emf", "not a recording"), other));
-  EXPECT_FALSE(PlayRecording(dir.File("absent.emf"), other));
-  EXPECT_FALSE(ExportRecording(dir.File("missing/weibull.emf"), QSize(100, 75), plot.s, plot.g, plot.chart));
 }
 
 TEST(PrintedReport, OneReportItemALineOrAGivenTextAsItStands) {
