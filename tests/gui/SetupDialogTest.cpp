@@ -102,6 +102,7 @@ TEST_F(SetupDialogTest, ChoicesDisableTheOtherControlsAndUpDownsStepWithinRange)
       {"UpDownOccrLimit", "LblOccurrenceLimit", "1", "down", 5, "0"},  // 0 can be reached; OK refuses it
       {"UpDownFirstCh", "txtFirstCh", "", "up", 1, "1"},
       {"UpDownFirstCh", "txtFirstCh", "1024", "up", 1, "1024"},
+      {"UpDownFirstCh", "txtFirstCh", "3.5", "down", 1, "3"},  // a typed text that is no channel moves to a whole one
   };
   for (const auto& [upDown, box, before, arrow, presses, after] : cases) {
     Type(&Dialog(), box, before);

@@ -5,6 +5,7 @@
 
 #include <QGuiApplication>
 #include <QImageReader>
+#include <QPrinter>
 
 #include <cmath>
 #include <ctime>
@@ -164,6 +165,12 @@ TEST(PrintedReport, OneReportItemALineOrAGivenTextAsItStands) {
   EXPECT_EQ(lines.mid(row - 1, 3), (QStringList{"1", "25", "0.1000"}));
   EXPECT_EQ(modTarvenix::RawDataLines(s, ui, "BETA = 2.03, at 90%\r\nN50 = 80\rlast\n", iErr),
             (QStringList{"BETA = 2.03, at 90%", "N50 = 80", "last", ""}));
+  // A printer that cannot start is reported to the caller.
+  TempDir dir;
+  QPrinter printer;
+  printer.setOutputFileName(QString::fromStdString(dir.File("no/such/folder/report.pdf")));
+  modTarvenix::PrintRawData(s, ui, printer, "", 1, iErr);
+  EXPECT_EQ(iErr, 1);
 }
 
 }  // namespace
