@@ -34,38 +34,7 @@ class MainWindowTest : public GuiTest {
   }
 };
 
-TEST_F(MainWindowTest, StartsWithoutSettingsSoundsWhileOnAndQuittingWritesTheSettings) {
-  std::filesystem::create_directories(programFolder.File("Sounds"));
-  for (const char* name : {"TurnOn.wav", "Ping.wav", "Attention.wav"}) programFolder.Write(std::string("Sounds/") + name, "RIFF");
-  StartApp();
-  const std::string settings = dataHome.File("Vorlantic/Tarvenix.ini");
-  EXPECT_FALSE(app->About().isVisible()) << "the splash has gone";
-  EXPECT_EQ(Status(), QStringLiteral("Press 'Add Data Set' to begin."));
-  EXPECT_EQ(app->session.iMinFailures, 5);
-  // The start, a finished analysis and a notice (the readme is missing) each sound.
-  Main().UpdateStatus("Analysis complete.");
-  Trigger("mnuHelpReadme");
-  EXPECT_EQ(gui::SoundLog::Played(), (QStringList{"TurnOn.wav", "Ping.wav", "Attention.wav"}));
-
-  MessageBoxes::SetNextAnswer(QMessageBox::No);
-  Main().close();
-  EXPECT_TRUE(Main().isVisible());
-  EXPECT_EQ(LastMessage(), "Are you sure you want to quit Tarvenix?");
-  EXPECT_FALSE(std::filesystem::exists(settings));
-
-  Trigger("mnuUtilsEnableSounds");
-  gui::SoundLog::Clear();
-  Main().UpdateStatus("Analysis complete.");
-  EXPECT_TRUE(gui::SoundLog::Played().isEmpty());
-  app->Debug().show();
-  MessageBoxes::SetNextAnswer(QMessageBox::Yes);
-  Trigger("mnuUtilsExit");
-  EXPECT_FALSE(Main().isVisible());
-  EXPECT_FALSE(app->Debug().isVisible());
-  EXPECT_NE(ReadAll(settings).find("Sound Status=False"), std::string::npos);
-}
-
-TEST_F(MainWindowTest, ASecondCopyIsRefusedAndACrashedCopysLockIsNot) {
+TEST_F(MainWindowTest, ASecondCopyIsRefusedTheFirstStartsWithTheHandOffAndQuittingWritesTheSettings) {
   MakeApp();
   QProcess holder;
   holder.start(QStringLiteral(TARVENIX_LOCK_HOLDER), {app->LockFilePath()});
@@ -78,20 +47,43 @@ TEST_F(MainWindowTest, ASecondCopyIsRefusedAndACrashedCopysLockIsNot) {
   holder.kill();
   holder.waitForFinished();
   ASSERT_TRUE(QFile::exists(app->LockFilePath()));
+
+  std::filesystem::create_directories(programFolder.File("Sounds"));
+  for (const char* name : {"TurnOn.wav", "Ping.wav", "Attention.wav"}) programFolder.Write(std::string("Sounds/") + name, "RIFF");
+  const std::string handed = dataHome.Write("handed.txt", "x");
+  programFolder.Write("Dortemp.ini", "\"" + handed + "\",40\r\n");
   StartApp();
   EXPECT_TRUE(Main().isVisible());
-}
-
-TEST_F(MainWindowTest, AHandOffFileFillsTheFirstSetup) {
-  const std::string data = dataHome.Write("handed.txt", "x");
-  programFolder.Write("Dortemp.ini", "\"" + data + "\",40\r\n");
-  StartApp();
+  EXPECT_FALSE(app->About().isVisible()) << "the splash has gone";
+  EXPECT_EQ(Status(), QStringLiteral("Press 'Add Data Set' to begin."));
+  EXPECT_EQ(app->session.iMinFailures, 5);
   WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
-    EXPECT_EQ(Text(setup, "txtDataFile").toStdString(), data);
+    EXPECT_EQ(Text(setup, "txtDataFile").toStdString(), handed);
     EXPECT_EQ(Text(setup, "txtLastCh"), QStringLiteral("40"));
     Click(setup, "cmdBtnCancel");
   });
   Click(&Main(), "btnAddDataSet");
+  // The start, a finished analysis and a notice (the readme is missing) each sound.
+  Main().UpdateStatus("Analysis complete.");
+  Trigger("mnuHelpReadme");
+  EXPECT_EQ(gui::SoundLog::Played(), (QStringList{"TurnOn.wav", "Ping.wav", "Attention.wav"}));
+
+  const std::string settings = dataHome.File("Vorlantic/Tarvenix.ini");
+  MessageBoxes::SetNextAnswer(QMessageBox::No);
+  Main().close();
+  EXPECT_TRUE(Main().isVisible());
+  EXPECT_EQ(LastMessage(), "Are you sure you want to quit Tarvenix?");
+  EXPECT_FALSE(std::filesystem::exists(settings));
+  Trigger("mnuUtilsEnableSounds");
+  gui::SoundLog::Clear();
+  Main().UpdateStatus("Analysis complete.");
+  EXPECT_TRUE(gui::SoundLog::Played().isEmpty());
+  app->Debug().show();
+  MessageBoxes::SetNextAnswer(QMessageBox::Yes);
+  Trigger("mnuUtilsExit");
+  EXPECT_FALSE(Main().isVisible());
+  EXPECT_FALSE(app->Debug().isVisible());
+  EXPECT_NE(ReadAll(settings).find("Sound Status=False"), std::string::npos);
 }
 
 TEST_F(MainWindowTest, CommandsFollowTheNumberOfDataSetsAndAltF10TogglesDebugMode) {
