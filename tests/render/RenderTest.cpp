@@ -27,6 +27,19 @@ namespace {
 using test::ReadAll;
 using test::TempDir;
 
+// One QGuiApplication for the whole test program: fonts and printers need it.
+class GuiApplication : public ::testing::Environment {
+  void SetUp() override {
+    static int argc = 1;
+    static char name[] = "render_tests";
+    static char* argv[] = {name, nullptr};
+    app_ = std::make_unique<QGuiApplication>(argc, argv);
+  }
+  void TearDown() override { app_.reset(); }
+  std::unique_ptr<QGuiApplication> app_;
+};
+const auto* const kEnvironment = ::testing::AddGlobalTestEnvironment(new GuiApplication);
+
 // Analysed sample data sets with their plot built, as the plot window builds it.
 struct Plot {
   Session s;
@@ -34,10 +47,6 @@ struct Plot {
   ChartModel chart;
   clsGrInfo info;
   explicit Plot(int dataSets, int scheme = 6, bool large = true) {
-    static int argc = 1;
-    static char name[] = "render_tests";
-    static char* argv[] = {name, nullptr};
-    static QGuiApplication app(argc, argv);
     s.bDataCycles = true;
     samples::AddSampleDataSets(s, dataSets);
     std::tm today{};
