@@ -54,6 +54,7 @@ TEST_F(MainWindowTest, ASecondCopyIsRefusedTheFirstStartsWithTheHandOffAndQuitti
   programFolder.Write("Dortemp.ini", "\"" + handed + "\",40\r\n");
   StartApp();
   EXPECT_TRUE(Main().isVisible());
+  EXPECT_EQ(Main().windowTitle(), QStringLiteral("Quorvane Tarvenix v1.0.0"));
   EXPECT_FALSE(app->About().isVisible()) << "the splash has gone";
   EXPECT_EQ(Status(), QStringLiteral("Press 'Add Data Set' to begin."));
   EXPECT_EQ(app->session.iMinFailures, 5);
