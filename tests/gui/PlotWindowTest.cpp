@@ -103,6 +103,8 @@ TEST_F(PlotWindowTest, SaveWritesBitmapOrNegativeJpegInTheDataFolderAndCancelWri
   EXPECT_EQ(ReadAll(data.File("run7_weibull.bmp")).substr(0, 2), "BM");
   Save("optImgType_1", true);
   EXPECT_EQ(ReadAll(data.File("run7_weibull_inv.jpg")).substr(0, 3), "\xFF\xD8\xFF");
+  Save("optImgType_1", false);
+  EXPECT_NE(ReadAll(data.File("run7_weibull_inv.jpg")), ReadAll(data.File("run7_weibull.jpg"))) << "the negative's colours";
   Save("optImgType_0", false, "CmdBtnOK", "lot 12");
   EXPECT_EQ(ReadAll(data.File("lot 12.bmp")).substr(0, 2), "BM");
   EXPECT_EQ(plot.ColorScheme(), 6) << "back in the screen's colours";
