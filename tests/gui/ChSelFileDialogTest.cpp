@@ -1,11 +1,9 @@
-// The channel selection file editor as a user drives it: ticking channels over
-// pages, the range, OK's refusals in order, the bytes of the file it writes,
-// and the setup dialog's Create running a data set end to end on the file.
+// The channel selection file editor: ticks kept over pages, OK's refusals in
+// order, the bytes of the file it writes, and Create on the setup dialog
+// running a data set on exactly the channels of the file.
 
 #include <QCheckBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QRadioButton>
 
 #include <filesystem>
@@ -13,12 +11,9 @@
 #include <numeric>
 #include <vector>
 
-#include "HistorySimulator.h"
 #include "Dialogs.h"
-#include "frmTarvenixData.h"
-#include "frmTarvenixSetup.h"
-#include "setup/ChSelFileEditor.h"
 #include "frmTarvenixChSelFile.h"
+#include "frmTarvenixSetup.h"
 #include "support/GuiTest.h"
 
 namespace tarvenix::test {
@@ -27,72 +22,60 @@ namespace {
 using gui::FileDialogs;
 using gui::MessageBoxes;
 
-
 class ChSelFileDialogTest : public GuiTest {
  protected:
-  void SetUp() override {
-    GuiTest::SetUp();
-    StartApp();
-    app->session.sDataDir = folder.Path();
-  }
-
   frmTarvenixChSelFile& Editor() { return app->ChSelFile(); }
-  template <typename W = QWidget>
-  W* Control(const char* name) {
-    return Find<W>(&Editor(), name);
-  }
-  QCheckBox* Box(int index) {
-    return Control<QCheckBox>(QStringLiteral("Check1_%1").arg(index).toLatin1().constData());
-  }
+  QCheckBox* Box(int i) { return Find<QCheckBox>(&Editor(), ("Check1_" + std::to_string(i)).c_str()); }
   // The editor as the setup dialog opens it for a data history file.
   void Open(const std::string& dataFile = "/lab/board 7.txt") {
+    app->session.sDataDir = folder.Path();
     Editor().Activate(dataFile);
     Editor().show();
   }
-  void Tick(std::initializer_list<int> boxes, bool on = true) {
+  void Tick(std::vector<int> boxes, bool on = true) {
     for (int i : boxes) Box(i)->setChecked(on);
   }
-  std::vector<int> TickedBoxes() {
-    std::vector<int> ticked;
-    for (int i = 0; i < chselfile::kBoxesPerPage; ++i)
-      if (Box(i)->isChecked()) ticked.push_back(i);
-    return ticked;
+  // The page shown: its first and last channels, and the boxes ticked.
+  std::string Shown() {
+    std::string shown = Box(0)->text().toStdString() + "-" + Box(63)->text().toStdString() + ":";
+    for (int i = 0; i < 64; ++i)
+      if (Box(i)->isChecked()) shown += " " + std::to_string(i);
+    return shown;
   }
-  QString Caption(int index) { return Box(index)->text(); }
+  void Page(const char* arrow, int presses = 1) {
+    for (int i = 0; i < presses; ++i) Click(&Editor(), arrow);
+  }
   void EnterRange(const char* first, const char* last) {
-    Control<QRadioButton>("Option1_1")->setChecked(true);
-    Control<QLineEdit>("txtFirstCh")->setText(QString::fromLatin1(first));
-    Control<QLineEdit>("txtLastCh")->setText(QString::fromLatin1(last));
+    Choose(&Editor(), "Option1_1");
+    Type(&Editor(), "txtFirstCh", first);
+    Type(&Editor(), "txtLastCh", last);
   }
-  void SetFileName(const std::string& path) { Control<QLineEdit>("txtChSelFile")->setText(QString::fromStdString(path)); }
-  std::string FileName() { return Control<QLineEdit>("txtChSelFile")->text().toStdString(); }
+  std::string FileName() { return Text(&Editor(), "txtChSelFile").toStdString(); }
 
   TempDir folder;
 };
 
-TEST_F(ChSelFileDialogTest, TickedChannelsSurviveScrollingBetweenPagesThatStopAtOneAnd1024) {
+TEST_F(ChSelFileDialogTest, TicksSurvivePagingUntilTheirPageIsClearedAndOkWritesThemForTheSetup) {
   Open();
-  Click(&Editor(), "CmdBtnScrollLeft");
-  EXPECT_EQ(Editor().Pages().PageStart(), 0);
+  Page("CmdBtnScrollLeft");
   Tick({0, 1, 2, 3, 4});
-  Click(&Editor(), "CmdBtnScrollRight");
-  EXPECT_EQ(Caption(0), QStringLiteral("65"));
-  EXPECT_EQ(Caption(63), QStringLiteral("128"));
-  EXPECT_TRUE(TickedBoxes().empty());
-  Click(&Editor(), "CmdBtnScrollLeft");
-  EXPECT_EQ(Caption(0), QStringLiteral("1"));
-  EXPECT_EQ(TickedBoxes(), (std::vector<int>{0, 1, 2, 3, 4}));
-
-  for (int i = 0; i < 20; ++i) Click(&Editor(), "CmdBtnScrollRight");
-  EXPECT_EQ(Editor().Pages().PageStart(), 960);
-  EXPECT_EQ(Caption(0), QStringLiteral("961"));
-  EXPECT_EQ(Caption(63), QStringLiteral("1024"));
-  // A press at the end still stores the page.
-  Tick({60, 61, 62, 63});
-  Click(&Editor(), "CmdBtnScrollRight");
-  EXPECT_TRUE(Editor().Pages().IsFlagged(1024));
-  EXPECT_EQ(Caption(63), QStringLiteral("1024"));
-  Tick({59});
+  Page("CmdBtnScrollRight");
+  EXPECT_EQ(Shown(), "65-128:");
+  Tick({0});
+  Click(&Editor(), "CmdBtnClearPage");
+  EXPECT_EQ(Shown(), "65-128:");
+  Page("CmdBtnScrollLeft");
+  EXPECT_EQ(Shown(), "1-64: 0 1 2 3 4") << "Clear Page leaves the other pages";
+  // Unticking a stored channel's box does not take the channel out.
+  Tick({2}, false);
+  Page("CmdBtnScrollRight");
+  Page("CmdBtnScrollLeft");
+  EXPECT_EQ(Shown(), "1-64: 0 1 2 3 4");
+  Page("CmdBtnScrollRight", 20);
+  Tick({59, 60, 61, 62});
+  Page("CmdBtnScrollRight");
+  Tick({63});
+  EXPECT_EQ(Shown(), "961-1024: 59 60 61 62 63");
 
   const std::string path = FileName();
   Click(&Editor(), "cmdBtnOK");
@@ -100,57 +83,26 @@ TEST_F(ChSelFileDialogTest, TickedChannelsSurviveScrollingBetweenPagesThatStopAt
   EXPECT_TRUE(MessageBoxes::Texts().isEmpty());
   // One channel a line in the numeric print form, nothing else.
   EXPECT_EQ(ReadAll(path), " 1\r\n 2\r\n 3\r\n 4\r\n 5\r\n 1020\r\n 1021\r\n 1022\r\n 1023\r\n 1024\r\n");
-  // The setup dialog has the file, its end in view.
-  auto* setupBox = Find<QLineEdit>(&app->Setup(), "txtChSelFile");
-  EXPECT_EQ(setupBox->text().toStdString(), path);
-  EXPECT_EQ(setupBox->cursorPosition(), static_cast<int>(setupBox->text().size()));
+  EXPECT_EQ(Text(&app->Setup(), "txtChSelFile").toStdString(), path);
 }
 
-TEST_F(ChSelFileDialogTest, AStoredChannelStaysUntilItsPageOrAllAreCleared) {
-  Open();
-  Tick({9, 20});  // channels 10 and 21
-  Click(&Editor(), "CmdBtnScrollRight");
-  Tick({0});  // channel 65
-  Click(&Editor(), "CmdBtnScrollLeft");
-  EXPECT_EQ(TickedBoxes(), (std::vector<int>{9, 20}));
-
-  // Unticking a stored channel's box does not take the channel out.
-  Tick({9}, false);
-  Click(&Editor(), "CmdBtnScrollRight");
-  Click(&Editor(), "CmdBtnScrollLeft");
-  EXPECT_EQ(TickedBoxes(), (std::vector<int>{9, 20}));
-
-  Click(&Editor(), "CmdBtnClearPage");
-  EXPECT_TRUE(TickedBoxes().empty());
-  Click(&Editor(), "CmdBtnScrollRight");
-  EXPECT_EQ(TickedBoxes(), std::vector<int>{0}) << "Clear Page leaves the other pages";
-  EXPECT_EQ(Editor().Pages().Channels(), std::vector<int16_t>{65});
-
-  Click(&Editor(), "CmdBtnClearAll");
-  EXPECT_TRUE(TickedBoxes().empty());
-  EXPECT_TRUE(Editor().Pages().Channels().empty());
-
-  // OK keeps a stored channel whose box was unticked, too.
-  Tick({0, 1, 2, 3, 4});
-  Click(&Editor(), "CmdBtnScrollLeft");
-  Click(&Editor(), "CmdBtnScrollRight");
-  Tick({2}, false);
-  const std::string path = FileName();
-  Click(&Editor(), "cmdBtnOK");
-  EXPECT_EQ(ReadAll(path), " 65\r\n 66\r\n 67\r\n 68\r\n 69\r\n");
-}
-
-TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpen) {
+TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpenAndAnAllowedRangeReplacesTheFile) {
   long long now = 0;
   Editor().SetRetryClock({[&now] { return now; }, [&now] { ++now; }});
   const std::string existing = folder.Write("existing.txt", " 7\r\n 8\r\n");
   const std::string fresh = folder.File("fresh.txt");
-  const QString aFolder = QString::fromStdString(folder.File("a folder.txt"));
-  std::filesystem::create_directory(aFolder.toStdString());
+  const std::string aFolder = folder.File("a folder.txt");
+  std::filesystem::create_directory(aFolder);
   const QString overwrite = "Channel Selection File already exists. OK to Overwrite?";
   const QString tooFew = "5 or more channels are required.";
   const QString noFolder = "The specified directory is invalid.";
   const char* name = "txtChSelFile";
+  const auto named = [&](const std::string& file, QMessageBox::StandardButton answer = QMessageBox::NoButton) {
+    return [&, file, answer] {
+      Type(&Editor(), name, file);
+      MessageBoxes::SetNextAnswer(answer);
+    };
+  };
   struct Case {
     const char* what;
     std::function<void()> enter;
@@ -158,32 +110,29 @@ TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpen) {
     const char* focus;     // nullptr: no box named
   };
   const Case cases[] = {
-      {"no file name", [&] { SetFileName(""); }, {"Please type in a name for the channel selection file."}, name},
-      {"overwrite answered No", [&] { SetFileName(existing); MessageBoxes::SetNextAnswer(QMessageBox::No); },
-       {overwrite}, name},
-      {"overwrite answered Yes, then too few channels",
-       [&] { SetFileName(existing); Tick({0, 1, 2, 3}, false); MessageBoxes::SetNextAnswer(QMessageBox::Yes); },
-       {overwrite, tooFew}, nullptr},
-      {"no such folder", [&] { SetFileName(folder.File("gone/list.txt")); }, {noFolder}, name},
-      {"a name without a folder", [&] { SetFileName("list.txt"); }, {noFolder}, name},
+      {"no file name", named(""), {"Please type in a name for the channel selection file."}, name},
+      {"overwrite answered No", named(existing, QMessageBox::No), {overwrite}, name},
+      {"no such folder", named(folder.File("gone/list.txt")), {noFolder}, name},
       {"four channels ticked", [&] { Tick({4}, false); }, {tooFew}, nullptr},
-      // The range is checked as the setup dialog checks it (its own table has
-      // every case); these show the editor's boxes take the focus.
+      {"overwrite answered Yes, then too few channels", [&] { named(existing, QMessageBox::Yes)(); Tick({4}, false); },
+       {overwrite, tooFew}, nullptr},
+      // The range is checked as the setup dialog checks it; these show the
+      // editor's boxes take the focus.
       {"last channel empty", [&] { EnterRange("3", ""); }, {"The entry for last channel is invalid."}, "txtLastCh"},
       {"a range of three", [&] { EnterRange("10", "12"); }, {tooFew}, "txtFirstCh"},
-      {"the name is a folder", [&] { SetFileName(aFolder.toStdString()); },
-       {"The file, '" + aFolder + "' could not be opened.\nThe file may be in use by another program.",
+      {"the name is a folder", named(aFolder),
+       {"The file, '" + QString::fromStdString(aFolder) + "' could not be opened.\nThe file may be in use by another program.",
         "The specified Channel Selection File could not be opened."},
        name},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
-    MessageBoxes::Clear();
     Open();
-    SetFileName(fresh);
+    MessageBoxes::Clear();
+    Type(&Editor(), name, fresh);
     Tick({0, 1, 2, 3, 4});
     c.enter();
-    Control<QWidget>("Check1_10")->setFocus();
+    Box(10)->setFocus();
     Click(&Editor(), "cmdBtnOK");
     EXPECT_TRUE(Editor().isVisible());
     EXPECT_EQ(MessageBoxes::Texts(), c.messages);
@@ -193,148 +142,82 @@ TEST_F(ChSelFileDialogTest, EachRefusalInOrderKeepsTheEditorOpen) {
     EXPECT_FALSE(std::filesystem::exists(fresh));
     Click(&Editor(), "cmdBtnCancel");
   }
-}
 
-TEST_F(ChSelFileDialogTest, ARangeIsWrittenAndReplacesAnOldFileWhenAllowed) {
   Open();
-  const std::string path = folder.Write("range.txt", "START: 5\r\n 3\r\n");
-  SetFileName(path);
+  named(existing, QMessageBox::Yes)();
   EnterRange("10", "14");
-  MessageBoxes::SetNextAnswer(QMessageBox::Yes);
   Click(&Editor(), "cmdBtnOK");
   EXPECT_FALSE(Editor().isVisible());
-  EXPECT_EQ(ReadAll(path), " 10\r\n 11\r\n 12\r\n 13\r\n 14\r\n");
+  EXPECT_EQ(ReadAll(existing), " 10\r\n 11\r\n 12\r\n 13\r\n 14\r\n");
 }
 
 TEST_F(ChSelFileDialogTest, OpeningProposesANameInTheDataFolderAndStartsAfresh) {
   Open("/elsewhere/lot 4.txt");
-  const std::string proposed = modUtils::JoinPath(folder.Path(), "lot 4_ChSelFile.txt");
-  auto* name = Control<QLineEdit>("txtChSelFile");
+  const std::string proposed = folder.File("lot 4_ChSelFile.txt");
   EXPECT_EQ(FileName(), proposed);
-  EXPECT_EQ(name->cursorPosition(), static_cast<int>(name->text().size()));
-  EXPECT_EQ(Editor().windowTitle(), QStringLiteral("Create Channel Selection File"));
-
   FileDialogs::SetNextFileName(QStringLiteral("/lab/lists/chosen.txt"));
   Click(&Editor(), "cmdChSelFile");
   EXPECT_EQ(FileDialogs::LastFilter(), QStringLiteral("Channel Selection Files (*.txt)"));
   EXPECT_EQ(FileDialogs::LastDefaultName().toStdString(), proposed);
-  EXPECT_EQ(FileName(), "/lab/lists/chosen.txt");
   FileDialogs::SetNextFileName(QString());
   Click(&Editor(), "cmdChSelFile");
-  EXPECT_EQ(FileName(), "/lab/lists/chosen.txt") << "a cancelled dialog keeps the name";
+  EXPECT_EQ(FileName(), "/lab/lists/chosen.txt") << "a cancelled dialog keeps the chosen name";
 
-  const char* pageControls[] = {"Check1_0", "Check1_63", "CmdBtnScrollLeft", "CmdBtnScrollRight", "CmdBtnClearAll",
-                                "CmdBtnClearPage"};
-  const char* rangeControls[] = {"txtFirstCh", "UpDownFirstCh", "txtLastCh", "UpDownLastCh"};
-  for (int option : {0, 1, 0}) {
-    Control<QRadioButton>(option == 0 ? "Option1_0" : "Option1_1")->setChecked(true);
-    for (const char* c : pageControls) EXPECT_EQ(Control(c)->isEnabled(), option == 0) << c;
-    for (const char* c : rangeControls) EXPECT_EQ(Control(c)->isEnabled(), option == 1) << c;
-  }
-
+  EnterRange("1", "9");
+  EXPECT_FALSE(Find(&Editor(), "FrameIndividual")->isEnabled());
+  Choose(&Editor(), "Option1_0");
+  EXPECT_FALSE(Find(&Editor(), "FrameRange")->isEnabled());
   Tick({3});
-  Click(&Editor(), "CmdBtnScrollRight");
+  Page("CmdBtnScrollRight");
   Tick({7});
+  Click(&Editor(), "CmdBtnClearAll");
+  Page("CmdBtnScrollLeft");
+  EXPECT_EQ(Shown(), "1-64:") << "Clear All clears every page";
+  Tick({3});
+  Page("CmdBtnScrollRight");
   EnterRange("1", "9");
   Editor().hide();
   Open();
-  EXPECT_TRUE(Control<QRadioButton>("Option1_0")->isChecked());
-  EXPECT_TRUE(Control("FrameIndividual")->isEnabled());
-  EXPECT_FALSE(Control("FrameRange")->isEnabled());
-  EXPECT_EQ(Caption(0), QStringLiteral("1"));
-  EXPECT_TRUE(TickedBoxes().empty());
-  EXPECT_TRUE(Editor().Pages().Channels().empty());
+  EXPECT_TRUE(Find<QRadioButton>(&Editor(), "Option1_0")->isChecked());
+  EXPECT_FALSE(Find(&Editor(), "FrameRange")->isEnabled());
+  EXPECT_EQ(Shown(), "1-64:");
 }
 
-TEST_F(ChSelFileDialogTest, TheBoxesStandInAnEightByEightGridThatFitsEveryCaption) {
-  Open();
-  for (int i = 0; i < 20; ++i) Click(&Editor(), "CmdBtnScrollRight");
-  Editor().adjustSize();
-  for (int i = 0; i < chselfile::kBoxesPerPage; ++i) {
-    SCOPED_TRACE(i);
-    const QRect r = Box(i)->geometry();
-    EXPECT_EQ(r.x(), Box(i % 8)->geometry().x()) << "columns aligned";
-    EXPECT_EQ(r.y(), Box(i / 8 * 8)->geometry().y()) << "rows aligned";
-    EXPECT_GE(r.width(), Box(i)->sizeHint().width()) << "caption not cut";
-    if (i % 8 != 7) {
-      EXPECT_LT(r.right(), Box(i + 1)->geometry().left());
-    }
-  }
-}
-
-// Create on the setup dialog, end to end: the editor writes the file, the setup
-// dialog takes it, and the data set is analysed on exactly its channels.
-class CreateFromSetupTest : public ChSelFileDialogTest {
- protected:
-  void SetUp() override {
-    ChSelFileDialogTest::SetUp();
-    sim::WriteHistoryFile(board, test, dataFile);
-  }
-  QWidget& Main() { return app->MainWindow(); }
-  std::vector<int> SelectedChannels() {
-    std::vector<int> channels;
-    for (int ch = 1; ch <= kMaxChannels; ++ch)
-      if (app->session.iChSelected(ch) == 1) channels.push_back(ch);
-    return channels;
-  }
-  void PrepareSetup(QWidget* setup) {
-    Find<QLineEdit>(setup, "txtDataFile")->setText(QString::fromStdString(dataFile));
-    Find<QRadioButton>(setup, "btnSelDataFile")->setChecked(true);
-    Find<QLabel>(setup, "LblOccurrenceLimit")->setText(QStringLiteral("1"));
-  }
-
-  const sim::SimOptions board{.channels = 24, .firstChannel = 9, .seed = 11};  // channels 9..32 under test
-  const sim::SimTest test = sim::PlanTest(board);
-  const std::string dataFile = folder.File("board.txt");
-};
-
-TEST_F(CreateFromSetupTest, TheWrittenFileDrivesTheAnalysis) {
-  const std::string expectedFile = modUtils::JoinPath(folder.Path(), "board_ChSelFile.txt");
-  WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
-    PrepareSetup(setup);
+TEST_F(ChSelFileDialogTest, CreateOnTheSetupDialogAnalysesExactlyTheChannelsOfTheFile) {
+  const std::string data = Simulate("board.txt", {.channels = 24, .firstChannel = 9, .seed = 11});
+  const std::string written = folder.File("board_ChSelFile.txt");
+  app->session.sDataDir = folder.Path();
+  AddDataSet(data, [&](QWidget* setup) {
+    Choose(setup, "btnSelDataFile");
+    Type(setup, "txtChSelFile", "/lab/kept.txt");
     WhenModal("frmTarvenixChSelFile", [&](QWidget* editor) {
-      for (int i = 8; i < 32; ++i) Tick({i});
+      Tick({0, 1, 2, 3, 4, 5});
+      Click(editor, "cmdBtnCancel");
+    });
+    Click(setup, "CmdCreateChSelFile");
+    EXPECT_TRUE(MessageBoxes::Texts().isEmpty());
+    EXPECT_EQ(Text(setup, "txtChSelFile"), QStringLiteral("/lab/kept.txt"));
+    EXPECT_FALSE(std::filesystem::exists(written));
+
+    WhenModal("frmTarvenixChSelFile", [&](QWidget* editor) {
+      for (int i = 8; i < 32; ++i) Tick({i});  // channels 9..32, the ones under test
       Click(editor, "CmdBtnScrollRight");
       Tick({35});  // channel 100: selected, never failing
       Click(editor, "cmdBtnOK");
     });
     Click(setup, "CmdCreateChSelFile");
-    EXPECT_EQ(MessageBoxes::Texts(), QStringList{QStringLiteral("Channel Selection File was created successfully.")});
-    EXPECT_EQ(Find<QLineEdit>(setup, "txtChSelFile")->text().toStdString(), expectedFile);
-    Click(setup, "cmdBtnOK");
+    EXPECT_EQ(MessageBoxes::Texts(), QStringList{"Channel Selection File was created successfully."});
+    EXPECT_EQ(Text(setup, "txtChSelFile").toStdString(), written);
   });
-  Click(&Main(), "btnAddDataSet");
-
   std::vector<int> expected(24);
   std::iota(expected.begin(), expected.end(), 9);
   expected.push_back(100);
-  EXPECT_EQ(SelectedChannels(), expected);
-  EXPECT_EQ(app->session.iNumDataSets, 1);
+  std::vector<int> selected;
+  for (int ch = 1; ch <= kMaxChannels; ++ch)
+    if (app->session.iChSelected(ch) == 1) selected.push_back(ch);
+  EXPECT_EQ(selected, expected);
   EXPECT_EQ(app->session.iGroupSize(1), 25);
-  EXPECT_EQ(app->session.dataSetSettings(1).sChSelFile, expectedFile);
-  EXPECT_EQ(Find<QLabel>(&Main(), "StatusBar1")->text(), QStringLiteral("Analysis complete."));
-  const std::size_t failures = sim::ExpectedFailureCycles(board, test, 1, true, false).size();
-  EXPECT_TRUE(Find<QPlainTextEdit>(&Main(), "TextBox1")
-                  ->toPlainText()
-                  .contains(QStringLiteral("Number of analyzed events = %1").arg(failures)));
-}
-
-TEST_F(CreateFromSetupTest, CancelWritesNothingAndKeepsTheSetupAsItWas) {
-  WhenModal("frmTarvenixSetup", [&](QWidget* setup) {
-    PrepareSetup(setup);
-    Find<QLineEdit>(setup, "txtChSelFile")->setText(QStringLiteral("/lab/kept.txt"));
-    WhenModal("frmTarvenixChSelFile", [&](QWidget* editor) {
-      for (int i = 0; i < 8; ++i) Tick({i});
-      Click(editor, "cmdBtnCancel");
-    });
-    Click(setup, "CmdCreateChSelFile");
-    EXPECT_TRUE(MessageBoxes::Texts().isEmpty());
-    EXPECT_EQ(Find<QLineEdit>(setup, "txtChSelFile")->text(), QStringLiteral("/lab/kept.txt"));
-    Click(setup, "cmdBtnCancel");
-  });
-  Click(&Main(), "btnAddDataSet");
-  EXPECT_FALSE(std::filesystem::exists(folder.File("board_ChSelFile.txt")));
-  EXPECT_EQ(app->session.iNumDataSets, 0);
+  EXPECT_EQ(Status(), QStringLiteral("Analysis complete."));
 }
 
 }  // namespace

@@ -1,103 +1,78 @@
-// The debug log window: lines arrive through the UI port, and the log is
-// saved, printed, cleared and thrown away on close.
+// The debug log window: trace lines open it, and the log is saved, printed,
+// cleared and thrown away on close.
 
 #include <QPlainTextEdit>
 #include <QTextCursor>
 
-#include "session/Utils.h"
-#include "frmDebug.h"
 #include "Dialogs.h"
+#include "frmDebug.h"
+#include "session/Utils.h"
 #include "support/GuiTest.h"
 
 namespace tarvenix::test {
 namespace {
 
-using gui::FileDialogs;
 using gui::MessageBoxes;
 
 class DebugWindowTest : public GuiTest {
  protected:
-  void SetUp() override {
-    GuiTest::SetUp();
-    StartApp();
-    app->session.sDataDir = dataHome.Path();
-  }
-  frmDebug& Log() { return app->Debug(); }
-  void SelectFirstLine() {
-    QTextCursor cursor = Log().TextBox()->textCursor();
-    cursor.setPosition(1);
-    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
-    Log().TextBox()->setTextCursor(cursor);
-  }
+  frmDebug& Window() { return app->Debug(); }
+  void Trace(const char* line) { modUtils::DebugPrint(app->ui, line); }
 };
 
-TEST_F(DebugWindowTest, TraceLinesOpenTheWindowAfterAnEmptyLine) {
-  EXPECT_FALSE(Log().isVisible());
-  modUtils::DebugPrint(app->ui, "Pass 1: 120 lines");
-  modUtils::DebugPrint(app->ui, "Pass 2: 3 channels");
-  EXPECT_TRUE(Log().isVisible());
-  EXPECT_EQ(Log().windowTitle(), QStringLiteral("Debug Window for Tarvenix"));
-  EXPECT_EQ(Log().Text(), "\r\nPass 1: 120 lines\r\nPass 2: 3 channels");
-  EXPECT_TRUE(Log().TextBox()->textCursor().atEnd());
-
-  Click(&Log(), "btnClear");
-  EXPECT_EQ(Log().Text(), "");
-  modUtils::DebugPrint(app->ui, "again");
-  Click(&Log(), "btnClose");
-  EXPECT_FALSE(Log().isVisible());
-  modUtils::DebugPrint(app->ui, "fresh");
-  EXPECT_EQ(Log().Text(), "\r\nfresh");
+TEST_F(DebugWindowTest, TraceLinesOpenTheWindowAfterAnEmptyLineAndCloseThrowsThemAway) {
+  EXPECT_FALSE(Window().isVisible());
+  Trace("Pass 1: 120 lines");
+  Trace("Pass 2: 3 channels");
+  EXPECT_TRUE(Window().isVisible());
+  EXPECT_EQ(Window().Text(), "\r\nPass 1: 120 lines\r\nPass 2: 3 channels");
+  Click(&Window(), "btnClear");
+  EXPECT_EQ(Window().Text(), "");
+  Trace("again");
+  Click(&Window(), "btnClose");
+  EXPECT_FALSE(Window().isVisible());
+  Trace("fresh");
+  EXPECT_EQ(Window().Text(), "\r\nfresh");
 }
 
-TEST_F(DebugWindowTest, SavesTheWholeLogOrTheSelection) {
-  modUtils::DebugPrint(app->ui, "first");
-  modUtils::DebugPrint(app->ui, "second");
-  struct Case {
-    bool select;
-    QMessageBox::StandardButton answer;
-    std::string saved;
-  };
-  const Case cases[] = {
+TEST_F(DebugWindowTest, SavesOrPrintsTheWholeLogOrTheSelection) {
+  app->session.sDataDir = dataHome.Path();
+  Trace("first");
+  Trace("second");
+  // Whether the first line is selected, the answer to "selected only?", what is saved.
+  const std::tuple<bool, QMessageBox::StandardButton, std::string> cases[] = {
       {false, QMessageBox::NoButton, "\r\nfirst\r\nsecond\r\n"},
       {true, QMessageBox::No, "\r\nfirst\r\nsecond\r\n"},
-      {true, QMessageBox::Yes, "first\r\n"},
-  };
-  int n = 0;
-  for (const Case& c : cases) {
-    SCOPED_TRACE(n);
+      {true, QMessageBox::Yes, "first\r\n"}};
+  for (const auto& [select, answer, saved] : cases) {
+    SCOPED_TRACE(saved);
     MessageBoxes::Clear();
-    if (c.select) {
-      SelectFirstLine();
-      MessageBoxes::SetNextAnswer(c.answer);
-    } else {
-      Log().TextBox()->moveCursor(QTextCursor::End);
-    }
-    const std::string file = dataHome.File("log" + std::to_string(n++) + ".txt");
-    FileDialogs::SetNextFileName(QString::fromStdString(file));
-    Click(&Log(), "btnSave");
-    EXPECT_EQ(FileDialogs::LastDefaultName().toStdString(), dataHome.File("debug.txt"));
-    EXPECT_EQ(MessageBoxes::Texts(), c.select ? QStringList{"Save selected text only?"} : QStringList{});
-    EXPECT_EQ(ReadAll(file), c.saved);
+    QTextCursor cursor = Window().TextBox()->textCursor();
+    cursor.setPosition(select ? 1 : cursor.document()->characterCount() - 1);
+    cursor.movePosition(QTextCursor::EndOfBlock, select ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+    Window().TextBox()->setTextCursor(cursor);
+    MessageBoxes::SetNextAnswer(answer);
+    const std::string file = dataHome.File("log.txt");
+    gui::FileDialogs::SetNextFileName(QString::fromStdString(file));
+    Click(&Window(), "btnSave");
+    EXPECT_EQ(gui::FileDialogs::LastDefaultName().toStdString(), dataHome.File("debug.txt"));
+    EXPECT_EQ(MessageBoxes::Texts(), select ? QStringList{"Save selected text only?"} : QStringList{});
+    EXPECT_EQ(ReadAll(file), saved);
+
+    const std::string pdf = dataHome.File("log.pdf");
+    gui::PrintDialogs::SetNextAnswer({true, 2, select, QString::fromStdString(pdf)});
+    Click(&Window(), "btnPrint");
+    EXPECT_EQ(gui::PrintDialogs::LastOfferedSelection(), select);
+    EXPECT_EQ(ReadAll(pdf).substr(0, 5), "%PDF-");
   }
-}
-
-TEST_F(DebugWindowTest, PrintsToThePrinterOrSaysThereIsNone) {
-  modUtils::DebugPrint(app->ui, "a trace line");
-  const std::string pdf = dataHome.File("log.pdf");
-  gui::PrintDialogs::SetNextAnswer({true, 2, false, QString::fromStdString(pdf)});
-  Click(&Log(), "btnPrint");
-  EXPECT_FALSE(gui::PrintDialogs::LastOfferedSelection());
-  EXPECT_EQ(ReadAll(pdf).substr(0, 5), "%PDF-");
-  EXPECT_TRUE(MessageBoxes::History().empty());
-
-  SelectFirstLine();
-  gui::PrintDialogs::SetNextAnswer({false, 1, false, {}});
-  Click(&Log(), "btnPrint");
-  EXPECT_TRUE(gui::PrintDialogs::LastOfferedSelection());
-
+  MessageBoxes::Clear();
+  gui::PrintDialogs::SetNextAnswer({true, 1, false, QString::fromStdString(dataHome.File("no/such/folder/log.pdf"))});
+  Click(&Window(), "btnPrint");
   gui::PrintDialogs::SetPrinterInstalled(false);
-  Click(&Log(), "btnPrint");
-  EXPECT_EQ(MessageBoxes::Texts(), QStringList{gui::kNoPrinterMessage});
+  Click(&Window(), "btnPrint");
+  ASSERT_EQ(MessageBoxes::Texts().size(), 2);
+  EXPECT_TRUE(MessageBoxes::Texts()[0].startsWith(QStringLiteral("Error in frmDebug.btnPrint_Click - Error #57")));
+  EXPECT_EQ(MessageBoxes::Texts()[1], gui::kNoPrinterMessage);
 }
 
 }  // namespace

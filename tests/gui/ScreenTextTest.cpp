@@ -1,5 +1,6 @@
 // Texts from the core on the screen: messages quote file names in the system's
-// encoding, while data set IDs and file contents are single-byte text.
+// encoding, while data set IDs and file contents are single-byte text, and
+// what is typed goes back as single-byte text.
 
 #include <gtest/gtest.h>
 
@@ -12,12 +13,8 @@
 namespace tarvenix {
 namespace {
 
-TEST(ScreenText, FileNamesInUtf8AndSingleByteTextBothReadRight) {
-  struct Case {
-    std::string bytes;
-    QString shown;
-  };
-  const Case cases[] = {
+TEST(ScreenText, FileNamesInUtf8AndSingleByteTextBothReadRightAndTypedTextGoesBack) {
+  const std::pair<std::string, QString> cases[] = {
       {"Error in channel selection file:\r/data/m\xc3\xa9sure 85\xc2\xb0" "C.txt\rat line number: 3",
        QString::fromUtf8("Error in channel selection file:\n/data/m\xc3\xa9sure 85\xc2\xb0" "C.txt\nat line number: 3")},
       {"Board 85\xb0" "C, caf\xe9", QString::fromUtf8("Board 85\xc2\xb0" "C, caf\xc3\xa9")},
@@ -25,10 +22,7 @@ TEST(ScreenText, FileNamesInUtf8AndSingleByteTextBothReadRight) {
       {std::string("a\0b", 3), QString::fromLatin1("a\0b", 3)},
       {"\xc3", QString::fromUtf8("\xc3\x83")},  // a cut UTF-8 sequence is single-byte text
   };
-  for (const Case& c : cases) EXPECT_EQ(ToQt(c.bytes), c.shown) << c.bytes;
-}
-
-TEST(ScreenText, TypedSingleByteTextRoundTrips) {
+  for (const auto& [bytes, shown] : cases) EXPECT_EQ(ToQt(bytes), shown) << bytes;
   for (const char* typed : {"Board A", "85\xb0" "C", "caf\xe9 \xb5m"}) EXPECT_EQ(FromQt(ToQt(typed)), typed);
 }
 

@@ -7,7 +7,6 @@
 #include <ctime>
 #include <string>
 
-#include <QGuiApplication>
 #include <QString>
 #include <QStringList>
 
@@ -22,10 +21,6 @@ namespace tarvenix::test {
 namespace {
 
 TEST(TextOnEveryOutput, ScreenPrintAndExportShowTheSameText) {
-  static int argc = 1;
-  static char name[] = "text_on_every_output_test";
-  static char* argv[] = {name, nullptr};
-  QGuiApplication app(argc, argv);
   const QString shown = QString::fromUtf8("Pr\xc3\xbc" "fung 85\xc2\xb0" "C");
   struct Case {
     const char* what;

@@ -1,7 +1,9 @@
 #pragma once
 // What the window tests share: an offscreen QApplication for the whole test
-// program, a fresh App per test with its own program folder, settings folder
-// and lock folder, and a way to act on a modal dialog once it is up.
+// program; per test a started App with its own program, settings and lock
+// folders; modal dialogs acted on from their own event loop; controls found
+// by object name; data sets loaded as an analysis leaves them, or added from a
+// simulated test through the setup dialog.
 
 #include <gtest/gtest.h>
 
@@ -13,13 +15,14 @@
 #include <string>
 
 #include "App.h"
+#include "HistorySimulator.h"
 #include "support/TempDir.h"
 
 namespace tarvenix::test {
 
 class GuiTest : public ::testing::Test {
  protected:
-  void SetUp() override;
+  void SetUp() override;  // starts an App
   void TearDown() override;
 
   // A new App (the old one goes first), not yet started.
@@ -27,15 +30,26 @@ class GuiTest : public ::testing::Test {
   // MakeApp, then start-up with the splash kept short.
   App& StartApp();
 
-  // The settings folder's "Tarvenix.ini".
-  std::string SettingsFile() const;
-
-  template <typename W>
+  template <typename W = QWidget>
   W* Find(const QWidget* parent, const char* name) {
     W* w = parent->findChild<W*>(QString::fromLatin1(name));
     EXPECT_NE(w, nullptr) << "no control " << name;
     return w;
   }
+
+  frmTarvenixData& Main();
+  QString Status();
+  QString Log();  // the results box
+  void Trigger(const char* menuItem);
+  // The text of the last message box ("" when none was shown).
+  std::string LastMessage();
+
+  // Data sets IDs A, B, C..., last channels 10, 20, 30..., each with an N parameter.
+  void LoadDataSets(int count);
+  // A simulated test's data history file in dataHome.
+  std::string Simulate(const std::string& name, const sim::SimOptions& options);
+  // Add Data Set: channels 1..32 of `file`, limit 1, then `more` on the dialog, then OK.
+  void AddDataSet(const std::string& file, const std::function<void(QWidget*)>& more = {});
 
   TempDir programFolder;
   TempDir dataHome;  // XDG_DATA_HOME: the common application data folder
@@ -44,11 +58,16 @@ class GuiTest : public ::testing::Test {
 };
 
 // Runs `action` on the first modal dialog named `objectName` that comes up,
-// from inside its own event loop. A dialog that never shows fails the test;
-// `action` must close the dialog (or the test closes it after 5 seconds).
+// from inside its own event loop; `action` must close it. A dialog that never
+// comes up fails the test at its end; one nobody waits for fails it and is
+// closed after 5 seconds.
 void WhenModal(const char* objectName, std::function<void(QWidget*)> action);
 
-// Clicks a button found by name in `parent`.
+// A control found by name in `parent`: clicked (it must be enabled), its text
+// property set or read, a radio button chosen.
 void Click(QWidget* parent, const char* buttonName);
+void Type(QWidget* parent, const char* name, const std::string& text);
+QString Text(const QWidget* parent, const char* name);
+void Choose(QWidget* parent, const char* radioButtonName);
 
 }  // namespace tarvenix::test
