@@ -86,12 +86,20 @@ TEST_F(PlotWindowTest, OpensWithTheTitleKeepsFourToThreeWarnsAndRefusesAnUnfinis
   plot.grab();
   EXPECT_FALSE(label->isVisibleTo(&plot));
 
+  // A data set whose analysis did not complete is left out and named; with
+  // none analysed there is no plot.
   plot.hide();
-  s.sngNParam(2) = 0;
+  s.bAnalysisComplete(2) = false;
+  Click(&Main(), "CmdPlot");
+  plot.grab();
+  EXPECT_EQ(label->text(), QStringLiteral("Data set 2 was not analysed successfully and is not drawn."));
+  EXPECT_EQ(chart.series.size(), 1u);
+  plot.hide();
+  s.bAnalysisComplete(1) = false;
   Click(&Main(), "CmdPlot");
   EXPECT_FALSE(plot.isVisible());
   EXPECT_EQ(MessageBoxes::Texts(),
-            QStringList{"Cannot generate plot because analysis was not completed successfully on Data Set #2.\n"
+            QStringList{"Cannot generate plot because analysis was not completed successfully on Data Set #1.\n"
                         "Edit the data set and try again."});
 }
 

@@ -163,6 +163,7 @@ TEST(PlotExport, EachTypeIsReadableAtTheAskedSizeAndAFullDiskLeavesAnOldImageWho
 TEST(PrintedReport, OneReportItemALineOrAGivenTextAsItStands) {
   Session s;
   test::RecordingUi ui;
+  s.SetAnalysisOptions(NParam::N50, FractionMethod::Median, ConfLevel::Percent90);
   test::AddAnalysedDataSet(s, ui, test::RangeSetup("Board A", "/lab/run1.txt"), 10, test::PublishedExample());
   int16_t iErr = 5;
   const QStringList lines = modTarvenix::RawDataLines(s, ui, "", iErr);
@@ -171,7 +172,7 @@ TEST(PrintedReport, OneReportItemALineOrAGivenTextAsItStands) {
   // The first point's row: count, cycle and fraction on lines of their own.
   const qsizetype row = lines.indexOf(QStringLiteral("25"));
   ASSERT_GT(row, 0);
-  EXPECT_EQ(lines.mid(row - 1, 3), (QStringList{"1", "25", "0.1000"}));
+  EXPECT_EQ(lines.mid(row - 1, 3), (QStringList{"1", "25", "0.0673"}));
   EXPECT_EQ(modTarvenix::RawDataLines(s, ui, "BETA = 2.03, at 90%\r\nN50 = 80\rlast\n", iErr),
             (QStringList{"BETA = 2.03, at 90%", "N50 = 80", "last", ""}));
   // A printer that cannot start is reported to the caller.

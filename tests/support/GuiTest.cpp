@@ -118,6 +118,7 @@ void GuiTest::LoadDataSets(int count) {
     s.sDataFiles(n) = dataHome.File(name + ".txt");
     s.sIPCFiles(n) = dataHome.File(name + ".ipc");
     s.sngNParam(n) = 1000.0f * static_cast<float>(n);
+    s.bAnalysisComplete(n) = true;
     s.dataSetSettings(n) = RangeSetup(s.sDataIDs(n), s.sDataFiles(n));
     s.dataSetSettings(n).sLastCh = std::to_string(10 * n);
   }
