@@ -35,7 +35,7 @@ define install_missing
 	fi
 endef
 
-.PHONY: all deps build test nogui demo run asan bench fuzz mutants clean
+.PHONY: all deps build test nogui demo run asan bench fuzz mutants soak clean
 
 all: build
 
@@ -67,6 +67,13 @@ asan: deps
 	cmake --preset ci-sanitize >/dev/null
 	cmake --build --preset ci-sanitize -j $(JOBS)
 	ctest --preset ci-sanitize
+
+# The main window's commands in random order for SOAK_SECONDS (600), checking
+# the session's rules after every step; `make test` runs a short sequence.
+SOAK_SECONDS ?= 600
+soak: build
+	TARVENIX_SOAK_SECONDS=$(SOAK_SECONDS) QT_QPA_PLATFORM=offscreen \
+	  ./build/tests/gui_tests --gtest_filter='SessionSoakTest.*'
 
 bench: build
 	@bash tools/bench.sh

@@ -100,10 +100,10 @@ void frmTarvenixPlot::ShowWarning(const std::string& warning) {
 
 void frmTarvenixPlot::FollowSession() {
   if (!isVisible()) return;
-  if (modTGraph::PlotGuardMessage(app_.session).empty()) {
-    Redraw();
-  } else {
+  if (modTarvenix::CompletedDataSets(app_.session).empty()) {
     hide();  // nothing analysed is left to draw
+  } else {
+    Redraw();
   }
 }
 

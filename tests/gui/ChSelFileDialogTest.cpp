@@ -207,6 +207,7 @@ TEST_F(ChSelFileDialogTest, CreateOnTheSetupDialogAnalysesExactlyTheChannelsOfTh
     });
     Click(setup, "CmdCreateChSelFile");
     EXPECT_EQ(MessageBoxes::Texts(), QStringList{"Channel Selection File was created successfully."});
+    EXPECT_EQ(MessageBoxes::History().back().icon, QMessageBox::Information) << "a confirmation, not a warning";
     EXPECT_EQ(Text(setup, "txtChSelFile").toStdString(), written);
   });
   std::vector<int> expected(24);

@@ -47,6 +47,7 @@ class PlotWindowTest : public GuiTest {
   void Save(const char* typeButton, bool negative, const char* button = "CmdBtnOK", const char* name = "") {
     WhenModal("frmSystemSaveOptions", [&](QWidget* d) {
       EXPECT_EQ(Text(d, "txtSaveFilename"), QStringLiteral("run7_weibull"));
+      EXPECT_EQ(QApplication::focusWidget(), Find(d, "txtSaveFilename")) << "typing goes to the name each time";
       if (*name) Type(d, "txtSaveFilename", name);
       Choose(d, typeButton);
       Find<QCheckBox>(d, "chkBoxNegativeImage")->setChecked(negative);
