@@ -48,18 +48,19 @@ void GuiTest::TearDown() {
   gui::MessageBoxes::Clear();
 }
 
-App& GuiTest::MakeApp() {
+App& GuiTest::MakeApp(const std::string& dataFile) {
   app.reset();
   StartupOptions options;
   options.programFolder = QString::fromStdString(programFolder.Path());
   options.lockFolder = QString::fromStdString(lockFolder.Path());
   options.splashSeconds = 0.05;
+  options.dataFile = QString::fromStdString(dataFile);
   app = std::make_unique<App>(options);
   return *app;
 }
 
-App& GuiTest::StartApp() {
-  MakeApp();
+App& GuiTest::StartApp(const std::string& dataFile) {
+  MakeApp(dataFile);
   EXPECT_EQ(app->Main(), App::StartResult::Running);
   return *app;
 }

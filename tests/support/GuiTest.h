@@ -22,10 +22,11 @@ class GuiTest : public ::testing::Test {
   void SetUp() override;
   void TearDown() override;
 
-  // A new App (the old one goes first), not yet started.
-  App& MakeApp();
+  // A new App (the old one goes first), not yet started; `dataFile` as if
+  // named on the command line.
+  App& MakeApp(const std::string& dataFile = {});
   // MakeApp, then start-up with the splash kept short.
-  App& StartApp();
+  App& StartApp(const std::string& dataFile = {});
 
   // The settings folder's "Tarvenix.ini".
   std::string SettingsFile() const;
