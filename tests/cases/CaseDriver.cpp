@@ -9,7 +9,9 @@
 // run in the same folder, for behaviours that each end a run (usage errors,
 // refused files): their outputs follow one another, one exit status a line. The date in a report's first line reads
 // "<date>". TARVENIX_UPDATE_CASES=1 rewrites the expectations from the run,
-// for a change that was reviewed; git diff shows what changed.
+// for a change that was reviewed; git diff shows what changed. An empty file
+// "needs-plots" marks a folder whose outputs are those of a build with plots:
+// CTest does not run it in a build without Qt.
 
 #include <gtest/gtest.h>
 
