@@ -66,7 +66,7 @@ bool TakeOverHandOffFile(Session& s, UiPort& ui) {
   modUtils::Trapped(s, ui, "modTarvenix.Main", [&] { ReadHandOff(s, path); });
   // Used once, even when it named nothing usable.
   std::error_code ec;
-  std::filesystem::remove(path, ec);
+  std::filesystem::remove(modUtils::NativePath(path), ec);
   return true;
 }
 

@@ -16,8 +16,6 @@ inline constexpr const char* kHandOffFileName = "Dortemp.ini";
 inline constexpr const char* kHelpFileName = "Vorlantic.chm";
 inline constexpr const char* kReadmeFileName = "readme.txt";
 inline constexpr const char* kCompanionFolderName = "Vorlantic";
-// The companion's file viewer, in the program folder.
-inline constexpr const char* kViewerFileName = "quillet.exe";
 
 // The program folder as the session keeps it: lower-cased where the file system
 // ignores case (Windows), as it is elsewhere.
