@@ -19,6 +19,10 @@ NOGUI_PACKAGES := cmake g++ make pkgconf libgtest-dev libgmock-dev libbenchmark-
 # the man pages.
 PACKAGE_PACKAGES := dpkg-dev file desktop-file-utils appstream man-db
 
+# The Windows build: the MinGW-w64 cross compiler, Wine to run what it makes,
+# and GoogleTest's sources to build for it.
+WINDOWS_PACKAGES := cmake make g++-mingw-w64-x86-64 wine wine64 googletest
+
 # The fuzz targets' compiler and its sanitizer and fuzzer runtimes.
 FUZZ_PACKAGES := cmake make clang-14 libclang-rt-14-dev
 # Seconds each fuzz target runs (`make fuzz FUZZ_TIME=600`).
@@ -40,7 +44,7 @@ define install_missing
 	fi
 endef
 
-.PHONY: all deps build test nogui package package-test demo run asan bench fuzz mutants clean
+.PHONY: all deps build test nogui windows-test package package-test demo run asan bench fuzz mutants clean
 
 all: build
 
@@ -76,6 +80,15 @@ package: build
 package-test: package
 	bash tools/package/install-test.sh
 
+# The core, the batch tool and their tests built for 64-bit Windows
+# (build-windows/, static .exe files) and run under Wine, headless, in a Wine
+# folder of the build's own (build-windows/wine).
+windows-test:
+	$(call install_missing,$(WINDOWS_PACKAGES))
+	cmake --preset windows >/dev/null
+	cmake --build --preset windows -j $(JOBS)
+	ctest --preset windows
+
 demo: build
 	@bash tools/demo.sh
 
@@ -107,4 +120,4 @@ mutants: deps
 	JOBS=$(JOBS) python3 tools/mutants/run.py $(MUTANTS)
 
 clean:
-	rm -rf build build-asan build-nogui build-fuzz build-mutants out
+	rm -rf build build-asan build-nogui build-windows build-fuzz build-mutants out

@@ -35,7 +35,9 @@ const auto* const kEnvironment = ::testing::AddGlobalTestEnvironment(new QtEnvir
 }  // namespace
 
 void GuiTest::SetUp() {
-  setenv("XDG_DATA_HOME", dataHome.Path().c_str(), 1);
+  // The common application data folder, on Linux and on Windows.
+  SetEnvironment("XDG_DATA_HOME", dataHome.Path());
+  SetEnvironment("PROGRAMDATA", dataHome.Path());
   gui::SetDialogTestMode(true);
   gui::MessageBoxes::Clear();
   gui::Documents::Clear();

@@ -39,7 +39,7 @@ class GuiTest : public ::testing::Test {
   }
 
   TempDir programFolder;
-  TempDir dataHome;  // XDG_DATA_HOME: the common application data folder
+  TempDir dataHome;  // the common application data folder (XDG_DATA_HOME, PROGRAMDATA)
   TempDir lockFolder;
   std::unique_ptr<App> app;
 };
