@@ -14,6 +14,15 @@ DEB_PACKAGES := cmake g++ make pkgconf \
 # What the build without Qt needs: no Qt packages at all.
 NOGUI_PACKAGES := cmake g++ make pkgconf libgtest-dev libgmock-dev libbenchmark-dev
 
+# What `make package` needs beyond the build: CPack's helpers (dpkg-shlibdeps
+# for the dependencies) and the checkers of the menu entry, the metainfo and
+# the man pages.
+PACKAGE_PACKAGES := dpkg-dev file desktop-file-utils appstream man-db
+
+# The Windows build: the MinGW-w64 cross compiler, Wine to run what it makes,
+# and GoogleTest's sources to build for it.
+WINDOWS_PACKAGES := cmake make g++-mingw-w64-x86-64 wine wine64 googletest
+
 # The fuzz targets' compiler and its sanitizer and fuzzer runtimes.
 FUZZ_PACKAGES := cmake make clang-14 libclang-rt-14-dev
 # Seconds each fuzz target runs (`make fuzz FUZZ_TIME=600`).
@@ -35,7 +44,7 @@ define install_missing
 	fi
 endef
 
-.PHONY: all deps build test nogui demo run asan bench fuzz mutants soak clean
+.PHONY: all deps build test nogui windows-test package package-test demo run asan bench fuzz mutants soak clean
 
 all: build
 
@@ -56,6 +65,29 @@ nogui:
 	cmake --preset ci-nogui >/dev/null
 	cmake --build --preset ci-nogui -j $(JOBS)
 	ctest --preset ci-nogui
+
+# The Debian package build/tarvenix_<version>_<arch>.deb, from the build that
+# `make build` (or `make test`) made; its texts are checked first.
+package: build
+	$(call install_missing,$(PACKAGE_PACKAGES))
+	bash tools/package/check-texts.sh build
+	rm -f build/tarvenix_*.deb
+	cmake --build --preset ci --target package
+	@ls build/tarvenix_*.deb
+
+# The package installed on this machine, checked, and purged again (as root;
+# CI's machine is disposable). Refuses where tarvenix is installed already.
+package-test: package
+	bash tools/package/install-test.sh
+
+# The core, the batch tool and their tests built for 64-bit Windows
+# (build-windows/, static .exe files) and run under Wine, headless, in a Wine
+# folder of the build's own (build-windows/wine).
+windows-test:
+	$(call install_missing,$(WINDOWS_PACKAGES))
+	cmake --preset windows >/dev/null
+	cmake --build --preset windows -j $(JOBS)
+	ctest --preset windows
 
 demo: build
 	@bash tools/demo.sh
@@ -95,4 +127,4 @@ mutants: deps
 	JOBS=$(JOBS) python3 tools/mutants/run.py $(MUTANTS)
 
 clean:
-	rm -rf build build-asan build-nogui build-fuzz build-mutants out
+	rm -rf build build-asan build-nogui build-windows build-fuzz build-mutants out

@@ -7,9 +7,40 @@
 
 #include "Run.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#include <shellapi.h>
+
+#include "session/FileUtils.h"
+#endif
+
+namespace {
+
+// The arguments as UTF-8, as the program holds every text. Windows hands the
+// narrow ones over in the local code page, which cannot spell every file name.
+std::vector<std::string> Arguments(int argc, char** argv) {
+#ifdef _WIN32
+  (void)argc, (void)argv;
+  int count = 0;
+  wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> args;
+  for (int i = 1; wide && i < count; ++i) args.push_back(tarvenix::modUtils::Narrow(wide[i]));
+  LocalFree(wide);
+  return args;
+#else
+  return {argv + 1, argv + argc};
+#endif
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
-  std::vector<std::string> args(argv + 1, argv + argc);
+#ifdef _WIN32
+  // The texts are UTF-8; the console shows them as such.
+  SetConsoleOutputCP(CP_UTF8);
+#endif
+  const std::vector<std::string> args = Arguments(argc, argv);
   try {
     return tarvenix::cli::Run(args, std::cout, std::cerr);
   } catch (const std::exception& e) {

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QLockFile>
 #include <QScreen>
+#include <QTimer>
 
 #include "base/RuntimeError.h"
 #include "session/FileUtils.h"
@@ -53,6 +54,7 @@ App::StartResult App::Main() {
     return StartResult::Refused;
   }
 
+  bool dataFileTaken = false;
   modUtils::Trapped(session, ui, "modTarvenix.Main", [&] {
     std::string programFolder = PathFromQt(options_.programFolder);
     std::string commonAppData;
@@ -61,7 +63,8 @@ App::StartResult App::Main() {
     } catch (const RuntimeError&) {
       commonAppData = PathFromQt(QDir::homePath());
     }
-    modTarvenix::StartSession(session, ui, programFolder, commonAppData);
+    dataFileTaken =
+        modTarvenix::StartSession(session, ui, programFolder, commonAppData, PathFromQt(options_.dataFile));
   });
 
   // The splash stays at least this long while the windows load.
@@ -85,6 +88,8 @@ App::StartResult App::Main() {
   MainWindow().Activate();
   modSound::PlaySound(session, ui, modSound::Sound::TurnOn);
   session.iMinFailures = 5;
+  // From the event loop, so start-up has finished before the modal dialog runs.
+  if (dataFileTaken) QTimer::singleShot(0, &MainWindow(), &frmTarvenixData::AddDataSet);
   return StartResult::Running;
 }
 

@@ -30,6 +30,9 @@ class frmTarvenixPlot;
 struct StartupOptions {
   QString programFolder;  // default: the folder of the running program
   QString lockFolder;     // default: the system's temporary folder
+  // A data history file named on the command line: once the main window is up,
+  // the setup dialog opens with it, as after a companion's hand-off.
+  QString dataFile;
   double splashSeconds = 3.0;
 };
 
@@ -42,7 +45,8 @@ class App {
 
   enum class StartResult { Running, Refused };
   // Start-up: one instance only, session paths, the hand-off file, settings,
-  // the splash while the windows load, then the main window (modeless).
+  // the splash while the windows load, then the main window (modeless), and
+  // the setup dialog when the command line named a data history file.
   StartResult Main();
 
   Session session;

@@ -90,8 +90,12 @@ QPixmap AboutPicture(int size, qreal devicePixelRatio) {
   pixmap.setDevicePixelRatio(devicePixelRatio);
   pixmap.fill(Qt::transparent);
   QPainter p(&pixmap);
+  PaintAboutPicture(p, size);
+  return pixmap;
+}
+
+void PaintAboutPicture(QPainter& p, qreal s) {
   p.setRenderHint(QPainter::Antialiasing);
-  const qreal s = size;
   QRectF paper(s * 0.06, s * 0.06, s * 0.88, s * 0.88);
   p.setPen(QPen(QColor(0x33, 0x41, 0x4e), s * 0.02));
   p.setBrush(Qt::white);
@@ -125,7 +129,6 @@ QPixmap AboutPicture(int size, qreal devicePixelRatio) {
     p.setPen(Qt::NoPen);
     for (const auto& pt : line.points) p.drawEllipse(at(pt[0], pt[1]), s * 0.022, s * 0.022);
   }
-  return pixmap;
 }
 
 }  // namespace tarvenix::gui

@@ -6,6 +6,8 @@
 #include <QIcon>
 #include <QPixmap>
 
+class QPainter;
+
 namespace tarvenix::gui {
 
 enum class IconId { Plot, Print, Save, ViewDataFile, Help, Exit, PageLeft, PageRight };
@@ -14,5 +16,8 @@ QIcon MakeIcon(IconId id);
 // The about window's picture: Weibull probability paper with a fitted line,
 // `size` device-independent pixels square, sharp at the screen's scaling.
 QPixmap AboutPicture(int size, qreal devicePixelRatio);
+// The same picture painted `size` units square from the painter's origin; also
+// the program's icon in the desktop's menu.
+void PaintAboutPicture(QPainter& painter, qreal size);
 
 }  // namespace tarvenix::gui

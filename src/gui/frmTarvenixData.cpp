@@ -11,7 +11,6 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
-#include <QProcess>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTextCursor>
@@ -26,6 +25,7 @@
 #include "analysis/Report.h"
 #include "session/Sound.h"
 #include "session/Utils.h"
+#include "session/Viewer.h"
 #include "App.h"
 #include "DataSetChoosers.h"
 #include "Dialogs.h"
@@ -367,20 +367,7 @@ void frmTarvenixData::ViewDataFile() {
       if (chooser.Canceled()) return;
     }
     const bool ipc = static_cast<bool>(app_.Setup().ControlValues().bIPCOccurrences);
-    const std::string file = ipc ? s.sIPCFiles(s.iDataSetNum) : s.sDataFiles(s.iDataSetNum);
-    if (!modUtils::IsFile(file)) {
-      modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "",
-                            "The file " + file + "\rcould not be opened " + "for editing because it does not exist.");
-      return;
-    }
-    const std::string viewer = modUtils::JoinPath(s.sAppPath, modTarvenix::kViewerFileName);
-    if (!modUtils::IsFile(viewer)) {
-      modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Can't find Quillet.exe. Try reinstalling Vorlantic.");
-      return;
-    }
-    const QStringList arguments{PathToQt(file), ToQt(basic::Format(90.0, "000"))};
-    if (!QProcess::startDetached(PathToQt(viewer), arguments, PathToQt(s.sAppPath)))
-      modUtils::ShowMessage(s, app_.ui, modUtils::kMsgNotice, "", "Could not open the file " + viewer);
+    modTarvenix::ViewDataFile(s, app_.ui, ipc ? s.sIPCFiles(s.iDataSetNum) : s.sDataFiles(s.iDataSetNum));
   });
 }
 

@@ -9,7 +9,9 @@
 // run in the same folder, for behaviours that each end a run (usage errors,
 // refused files): their outputs follow one another, one exit status a line. The date in a report's first line reads
 // "<date>". TARVENIX_UPDATE_CASES=1 rewrites the expectations from the run,
-// for a change that was reviewed; git diff shows what changed.
+// for a change that was reviewed; git diff shows what changed. An empty file
+// "needs-plots" marks a folder whose outputs are those of a build with plots:
+// CTest does not run it in a build without Qt.
 
 #include <gtest/gtest.h>
 
@@ -20,6 +22,7 @@
 #include <sstream>
 
 #include "Run.h"
+#include "session/FileUtils.h"
 #include "support/TempDir.h"
 
 namespace fs = std::filesystem;
@@ -40,7 +43,7 @@ std::vector<fs::path> FindCases() {
   return cases;
 }
 
-std::string Slurp(const fs::path& p) { return ReadAll(p.string()); }
+std::string Slurp(const fs::path& p) { return ReadAll(modUtils::PathText(p)); }
 
 void Spill(const fs::path& p, const std::string& bytes) {
   std::ofstream(p, std::ios::binary) << bytes;
@@ -70,7 +73,7 @@ std::map<std::string, std::string> FilesIn(const fs::path& dir) {
     if (it.depth() == 0 && rel == "expected") {
       it.disable_recursion_pending();
     } else if (it->is_regular_file()) {
-      files[rel.generic_string()] = Slurp(it->path());
+      files[modUtils::PathText(rel.generic_string<fs::path::value_type>())] = Slurp(it->path());
     }
   }
   return files;
@@ -111,17 +114,17 @@ Outputs RunCase(const fs::path& caseDir) {
   const std::map<std::string, std::string> inputs = FilesIn(caseDir);
   for (const auto& [name, bytes] : inputs) {
     if (name == "args") continue;
-    fs::create_directories((fs::path(scratch.Path()) / name).parent_path());
+    fs::create_directories(modUtils::NativePath(scratch.File(name)).parent_path());
     scratch.Write(name, bytes);
   }
   const fs::path home = fs::current_path();
-  fs::current_path(scratch.Path());
+  fs::current_path(modUtils::NativePath(scratch.Path()));
   std::ostringstream out, err, statuses;
   for (const std::vector<std::string>& args : Runs(caseDir / "args")) statuses << cli::Run(args, out, err) << "\n";
   fs::current_path(home);
 
   Outputs o = {{"stdout", out.str()}, {"stderr", err.str()}, {"exit", statuses.str()}};
-  for (const auto& [name, bytes] : FilesIn(scratch.Path())) {
+  for (const auto& [name, bytes] : FilesIn(modUtils::NativePath(scratch.Path()))) {
     auto in = inputs.find(name);
     if (in == inputs.end() || in->second != bytes) o[name] = Described(name, bytes);
   }
@@ -139,8 +142,8 @@ TEST_P(Case, GivesItsExpectedOutputs) {
   if (update && std::string(update) == "1") {
     fs::remove_all(expectedDir);
     for (const auto& [name, bytes] : o) {
-      fs::create_directories((expectedDir / name).parent_path());
-      Spill(expectedDir / name, bytes);
+      fs::create_directories((expectedDir / modUtils::NativePath(name)).parent_path());
+      Spill(expectedDir / modUtils::NativePath(name), bytes);
     }
     return;
   }

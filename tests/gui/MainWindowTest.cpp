@@ -87,6 +87,31 @@ TEST_F(MainWindowTest, ASecondCopyIsRefusedTheFirstStartsWithTheHandOffAndQuitti
   EXPECT_NE(ReadAll(settings).find("Sound Status=False"), std::string::npos);
 }
 
+TEST_F(MainWindowTest, AFileNamedOnTheCommandLineOpensTheSetupWithItOverAHandOff) {
+  const std::string handed = dataHome.Write("handed.txt", "x");
+  const std::string named = dataHome.Write("named.txt", "x");
+  for (const std::string& file : {named, dataHome.File("gone.txt")}) {
+    SCOPED_TRACE(file);
+    const bool exists = file == named;
+    programFolder.Write("Dortemp.ini", "\"" + handed + "\",40\r\n");
+    bool shown = false;
+    auto expectFilled = [&](QWidget* setup) {
+      shown = true;
+      EXPECT_EQ(Find<QLineEdit>(setup, "txtDataFile")->text().toStdString(), exists ? named : handed);
+      EXPECT_EQ(Find<QLineEdit>(setup, "txtLastCh")->text(), QStringLiteral("40"));
+      Click(setup, "cmdBtnCancel");
+    };
+    if (exists) WhenModal("frmTarvenixSetup", expectFilled);
+    StartApp(file);
+    // A file that is not there names nothing: the program starts as without it.
+    EXPECT_EQ(QTest::qWaitFor([&] { return shown; }, exists ? 5000 : 100), exists);
+    if (!exists) {
+      WhenModal("frmTarvenixSetup", expectFilled);
+      Click(&Main(), "btnAddDataSet");
+    }
+  }
+}
+
 TEST_F(MainWindowTest, CommandsFollowTheNumberOfDataSetsAndAltF10TogglesDebugMode) {
   for (int loaded : {0, 1, 4, 5}) {
     LoadDataSets(loaded);

@@ -60,7 +60,9 @@ std::vector<QTimer*>& Waiting() {
 }  // namespace
 
 void GuiTest::SetUp() {
-  setenv("XDG_DATA_HOME", dataHome.Path().c_str(), 1);
+  // The common application data folder, on Linux and on Windows.
+  SetEnvironment("XDG_DATA_HOME", dataHome.Path());
+  SetEnvironment("PROGRAMDATA", dataHome.Path());
   gui::SetDialogTestMode(true);
   gui::MessageBoxes::Clear();
   gui::Documents::Clear();
@@ -79,18 +81,19 @@ void GuiTest::TearDown() {
   gui::MessageBoxes::Clear();
 }
 
-App& GuiTest::MakeApp() {
+App& GuiTest::MakeApp(const std::string& dataFile) {
   app.reset();
   StartupOptions options;
   options.programFolder = QString::fromStdString(programFolder.Path());
   options.lockFolder = QString::fromStdString(lockFolder.Path());
   options.splashSeconds = 0.05;
+  options.dataFile = QString::fromStdString(dataFile);
   app = std::make_unique<App>(options);
   return *app;
 }
 
-App& GuiTest::StartApp() {
-  MakeApp();
+App& GuiTest::StartApp(const std::string& dataFile) {
+  MakeApp(dataFile);
   EXPECT_EQ(app->Main(), App::StartResult::Running);
   return *app;
 }

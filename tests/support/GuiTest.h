@@ -25,10 +25,11 @@ class GuiTest : public ::testing::Test {
   void SetUp() override;  // starts an App
   void TearDown() override;
 
-  // A new App (the old one goes first), not yet started.
-  App& MakeApp();
+  // A new App (the old one goes first), not yet started; `dataFile` as if
+  // named on the command line.
+  App& MakeApp(const std::string& dataFile = {});
   // MakeApp, then start-up with the splash kept short.
-  App& StartApp();
+  App& StartApp(const std::string& dataFile = {});
 
   template <typename W = QWidget>
   W* Find(const QWidget* parent, const char* name) {
@@ -52,7 +53,7 @@ class GuiTest : public ::testing::Test {
   void AddDataSet(const std::string& file, const std::function<void(QWidget*)>& more = {});
 
   TempDir programFolder;
-  TempDir dataHome;  // XDG_DATA_HOME: the common application data folder
+  TempDir dataHome;  // the common application data folder (XDG_DATA_HOME, PROGRAMDATA)
   TempDir lockFolder;
   std::unique_ptr<App> app;
 };

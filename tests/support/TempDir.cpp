@@ -8,9 +8,15 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "session/FileUtils.h"
+
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#endif
 
 namespace fs = std::filesystem;
 
@@ -23,7 +29,7 @@ TempDir::TempDir() {
     fs::path p = base / ("tarvenix-test-" + std::to_string(rd()));
     std::error_code ec;
     if (fs::create_directory(p, ec)) {
-      path_ = p.string();
+      path_ = modUtils::PathText(p);
       return;
     }
   }
@@ -33,29 +39,66 @@ TempDir::TempDir() {
 TempDir::~TempDir() {
   std::error_code ec;
   // Give back any permissions a test took away, so everything can be removed.
-  for (auto it = fs::recursive_directory_iterator(path_, ec); !ec && it != fs::recursive_directory_iterator();
+  const fs::path root = modUtils::NativePath(path_);
+  for (auto it = fs::recursive_directory_iterator(root, ec); !ec && it != fs::recursive_directory_iterator();
        it.increment(ec)) {
     fs::permissions(it->path(), fs::perms::owner_all, fs::perm_options::add, ec);
   }
-  fs::permissions(path_, fs::perms::owner_all, fs::perm_options::add, ec);
-  fs::remove_all(path_, ec);
+  fs::permissions(root, fs::perms::owner_all, fs::perm_options::add, ec);
+  fs::remove_all(root, ec);
 }
 
-std::string TempDir::File(std::string_view name) const { return (fs::path(path_) / std::string(name)).string(); }
+std::string TempDir::File(std::string_view name) const {
+  return modUtils::PathText(modUtils::NativePath(path_) / modUtils::NativePath(std::string(name)));
+}
 
 std::string TempDir::Write(std::string_view name, std::string_view bytes) const {
   std::string p = File(name);
-  std::ofstream out(p, std::ios::binary);
+  std::ofstream out(modUtils::NativePath(p), std::ios::binary);
   out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   return p;
 }
 
 std::string ReadAll(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(modUtils::NativePath(path), std::ios::binary);
   std::ostringstream ss;
   ss << in.rdbuf();
   return ss.str();
 }
+
+void SetEnvironment(const char* name, const std::string& value) {
+#ifdef _WIN32
+  _wputenv_s(modUtils::Widen(name).c_str(), modUtils::Widen(value).c_str());
+#else
+  if (value.empty()) {
+    unsetenv(name);
+  } else {
+    setenv(name, value.c_str(), 1);
+  }
+#endif
+}
+
+#ifdef _WIN32
+
+HeldByAnotherProgram::HeldByAnotherProgram(const std::string& file)
+    : handle_(CreateFileW(modUtils::NativePath(file).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                          FILE_ATTRIBUTE_NORMAL, nullptr)) {
+  if (handle_ == INVALID_HANDLE_VALUE) throw std::runtime_error("cannot hold " + file);
+}
+
+void HeldByAnotherProgram::Release() {
+  if (handle_ != INVALID_HANDLE_VALUE) CloseHandle(handle_);
+  handle_ = INVALID_HANDLE_VALUE;
+}
+
+std::string OutOfReach(const std::string& file, Reach, const std::function<std::string()>& body) {
+  HeldByAnotherProgram held(file);
+  return body();
+}
+
+#else
+
+namespace {
 
 std::string AsUnprivilegedUser(const std::function<std::string()>& body) {
   if (geteuid() != 0) return body();
@@ -103,6 +146,20 @@ void OpenForEveryone(const std::string& folder) {
     fs::permissions(it->path(), fs::perms::all, fs::perm_options::add, ec);
 }
 
+}  // namespace
+
+std::string OutOfReach(const std::string& file, Reach what, const std::function<std::string()>& body) {
+  const fs::path path(file);
+  OpenForEveryone(path.parent_path().string());
+  if (what == Reach::Read) {
+    fs::permissions(path, fs::perms::none);
+  } else {
+    fs::permissions(path.parent_path(), fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                    fs::perm_options::remove);
+  }
+  return AsUnprivilegedUser(body);
+}
+
 DiskSpaceLimit::DiskSpaceLimit(std::size_t bytes) {
   rlimit limit{};
   getrlimit(RLIMIT_FSIZE, &limit);
@@ -121,5 +178,7 @@ DiskSpaceLimit::~DiskSpaceLimit() {
   setrlimit(RLIMIT_FSIZE, &limit);
   std::signal(SIGXFSZ, oldHandler_);
 }
+
+#endif
 
 }  // namespace tarvenix::test

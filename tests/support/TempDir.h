@@ -32,14 +32,44 @@ std::string ReadAll(const std::string& path);
 
 namespace tarvenix::test {
 
-// Runs `body` as a user without special rights and hands back what it returned,
-// so a test can show what happens in a folder that cannot be written even when
-// the tests run as root (root writes anywhere). Not root: runs it directly. The
-// body must not use test assertions; it reports through its text.
-std::string AsUnprivilegedUser(const std::function<std::string()>& body);
+// Sets an environment variable to a UTF-8 value; an empty value removes it.
+void SetEnvironment(const char* name, const std::string& value);
 
-// Makes a folder (and, when running as root, its path) usable by that user.
-void OpenForEveryone(const std::string& folder);
+// Runs `body` while `file` is out of the program's reach and hands back what
+// it returned; the body must not use test assertions (it may run in another
+// process) and reports through its text. Elsewhere than on Windows the file
+// (Reach::Read) or its folder (Reach::Write) is closed to a user without
+// special rights, who runs the body, so it works when the tests run as root.
+// On Windows another program holds the file open without sharing it, as an
+// editor may: it can be neither read nor replaced.
+enum class Reach { Read, Write };
+std::string OutOfReach(const std::string& file, Reach what, const std::function<std::string()>& body);
+
+}  // namespace tarvenix::test
+
+#ifdef _WIN32
+namespace tarvenix::test {
+
+// Holds a file open without sharing it, as another program may, until
+// released: meanwhile it can be neither read nor replaced.
+class HeldByAnotherProgram {
+ public:
+  explicit HeldByAnotherProgram(const std::string& file);
+  ~HeldByAnotherProgram() { Release(); }
+  HeldByAnotherProgram(const HeldByAnotherProgram&) = delete;
+  HeldByAnotherProgram& operator=(const HeldByAnotherProgram&) = delete;
+  void Release();
+
+ private:
+  void* handle_;
+};
+
+}  // namespace tarvenix::test
+#endif
+
+// A file size limit: POSIX only.
+#ifndef _WIN32
+namespace tarvenix::test {
 
 // While it lives, no file this process writes can grow past `bytes`: a write
 // beyond fails as it would on a disk with that much room left.
@@ -56,3 +86,4 @@ class DiskSpaceLimit {
 };
 
 }  // namespace tarvenix::test
+#endif

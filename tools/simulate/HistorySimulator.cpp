@@ -8,6 +8,11 @@
 #include <stdexcept>
 #include <string_view>
 
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#endif
+
 namespace tarvenix::sim {
 namespace {
 
@@ -118,6 +123,10 @@ class Output {
   Output(const std::string& path, const std::string& lineEnd) : lineEnd_(lineEnd) {
     file_ = path == "-" ? stdout : std::fopen(path.c_str(), "wb");
     if (!file_) throw std::runtime_error("cannot write " + path);
+#ifdef _WIN32
+    // Standard output would turn each line end's LF into CR LF once more.
+    if (file_ == stdout) _setmode(_fileno(stdout), _O_BINARY);
+#endif
     buffer_.reserve(kBlock + 4096);
   }
   ~Output() {

@@ -15,6 +15,7 @@
 
 #ifdef _WIN32
 #include <io.h>
+#include <windows.h>
 #else
 #include <unistd.h>
 #endif
@@ -26,12 +27,23 @@ namespace {
 
 constexpr std::size_t kReadChunk = 64 * 1024;
 
+// Every file the program opens goes through here: names are UTF-8 inside the
+// program, and Windows takes them only through its wide-character calls (its
+// narrow ones read them in the local code page).
+std::FILE* OpenStdFile(const std::string& path, const char* mode) {
+#ifdef _WIN32
+  return _wfopen(Widen(path).c_str(), Widen(mode).c_str());
+#else
+  return std::fopen(path.c_str(), mode);
+#endif
+}
+
 // The classic error for a failed open or write, from the system's error code.
 int ErrorNumberFor(int sysErrno, const std::string& path, bool forInput) {
   switch (sysErrno) {
     case ENOENT: {
       std::error_code ec;
-      fs::path parent = fs::path(path).parent_path();
+      fs::path parent = NativePath(path).parent_path();
       if (!parent.empty() && !fs::is_directory(parent, ec)) return err::kPathNotFound;
       return forInput ? err::kFileNotFound : err::kPathNotFound;
     }
@@ -79,14 +91,48 @@ int WriteAll(std::FILE* f, std::string_view content) {
 // points at and keeps the link.
 std::string ResolvedTarget(const std::string& path) {
   std::error_code ec;
-  if (fs::is_symlink(fs::symlink_status(path, ec))) {
-    fs::path target = fs::canonical(path, ec);
-    if (!ec) return target.string();
+  if (fs::is_symlink(fs::symlink_status(NativePath(path), ec))) {
+    fs::path target = fs::canonical(NativePath(path), ec);
+    if (!ec) return PathText(target);
   }
   return path;
 }
 
 }  // namespace
+
+#ifdef _WIN32
+std::wstring Widen(std::string_view utf8) {
+  if (utf8.empty()) return {};
+  const int n = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(n), L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), wide.data(), n);
+  return wide;
+}
+
+std::string Narrow(std::wstring_view wide) {
+  if (wide.empty()) return {};
+  const int n = WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), nullptr, 0, nullptr, nullptr);
+  std::string utf8(static_cast<std::size_t>(n), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), utf8.data(), n, nullptr, nullptr);
+  return utf8;
+}
+#endif
+
+fs::path NativePath(const std::string& path) {
+#ifdef _WIN32
+  return fs::path(Widen(path));
+#else
+  return fs::path(path);
+#endif
+}
+
+std::string PathText(const fs::path& path) {
+#ifdef _WIN32
+  return Narrow(path.native());
+#else
+  return path.native();
+#endif
+}
 
 bool IsPathSeparator(char c) {
 #ifdef _WIN32
@@ -106,14 +152,14 @@ std::string JoinPath(std::string_view a, std::string_view b) {
 bool IsFile(const std::string& path) {
   if (path.empty()) return false;
   std::error_code ec;
-  fs::file_status st = fs::status(path, ec);
+  fs::file_status st = fs::status(NativePath(path), ec);
   return !ec && fs::exists(st) && !fs::is_directory(st);
 }
 
 bool IsDirectory(const std::string& path) {
   if (path.empty()) return false;
   std::error_code ec;
-  return fs::is_directory(path, ec);
+  return fs::is_directory(NativePath(path), ec);
 }
 
 void GetPathAndFilename(const std::string& fullName, std::string& folder, std::string& fileName) {
@@ -135,8 +181,8 @@ void GetPathAndFilename(const std::string& fullName, std::string& folder, std::s
 
 std::string CommonAppDataFolder() {
 #ifdef _WIN32
-  const char* programData = std::getenv("PROGRAMDATA");
-  if (programData && *programData) return programData;
+  const wchar_t* programData = _wgetenv(L"PROGRAMDATA");
+  if (programData && *programData) return Narrow(programData);
 #else
   const char* xdg = std::getenv("XDG_DATA_HOME");
   if (xdg && *xdg == '/') return xdg;
@@ -149,10 +195,10 @@ std::string CommonAppDataFolder() {
 void WriteFileAtomically(const std::string& path, std::string_view content) {
   const std::string target = ResolvedTarget(path);
   std::error_code ec;
-  fs::file_status st = fs::status(target, ec);
+  fs::file_status st = fs::status(NativePath(target), ec);
   if (!ec && fs::exists(st) && !fs::is_regular_file(st)) {
     if (fs::is_directory(st)) Raise(err::kPathFileAccess);
-    std::FILE* f = std::fopen(target.c_str(), "wb");
+    std::FILE* f = OpenStdFile(target, "wb");
     if (!f) RaiseFor(errno, target, false);
     int e = WriteAll(f, content);
     std::fclose(f);
@@ -161,23 +207,23 @@ void WriteFileAtomically(const std::string& path, std::string_view content) {
     return;
   }
   const std::string temp = TempNameBeside(target);
-  std::FILE* f = std::fopen(temp.c_str(), "wb");
+  std::FILE* f = OpenStdFile(temp, "wb");
   if (!f) RaiseFor(errno, target, false);
   int e = WriteAll(f, content);
   if (std::fclose(f) != 0 && e == 0) e = errno ? errno : EIO;
   if (e == 0) {
-    fs::rename(temp, target, ec);
+    fs::rename(NativePath(temp), NativePath(target), ec);
     if (ec) e = ec.value();
   }
   if (e != 0) {
-    fs::remove(temp, ec);
+    fs::remove(NativePath(temp), ec);
     RaiseFor(e, target, false);
   }
 }
 
 std::string ReadFileBytes(const std::string& path, std::size_t maxBytes) {
   if (IsDirectory(path)) Raise(err::kPathFileAccess);
-  std::FILE* f = std::fopen(path.c_str(), "rb");
+  std::FILE* f = OpenStdFile(path, "rb");
   if (!f) RaiseFor(errno, path, true);
   std::string all;
   char chunk[kReadChunk];
@@ -207,24 +253,24 @@ std::unique_ptr<VbFile> VbFile::Open(FileMode mode, const std::string& path) {
   if (IsDirectory(path)) Raise(err::kPathFileAccess);
   switch (mode) {
     case FileMode::Input:
-      f->file_ = std::fopen(path.c_str(), "rb");
+      f->file_ = OpenStdFile(path, "rb");
       if (!f->file_) RaiseFor(errno, path, true);
       break;
     case FileMode::Append:
-      f->file_ = std::fopen(path.c_str(), "ab");
+      f->file_ = OpenStdFile(path, "ab");
       if (!f->file_) RaiseFor(errno, path, false);
       break;
     case FileMode::Output: {
       // Find out now whether the folder takes a file, so an Open that cannot
       // succeed fails here and not at Close. Devices are written directly.
       std::error_code ec;
-      fs::file_status st = fs::status(path, ec);
+      fs::file_status st = fs::status(NativePath(path), ec);
       if (!ec && fs::exists(st) && !fs::is_regular_file(st)) break;
       std::string probe = TempNameBeside(ResolvedTarget(path));
-      std::FILE* t = std::fopen(probe.c_str(), "wb");
+      std::FILE* t = OpenStdFile(probe, "wb");
       if (!t) RaiseFor(errno, path, false);
       std::fclose(t);
-      fs::remove(probe, ec);
+      fs::remove(NativePath(probe), ec);
       break;
     }
   }
@@ -336,7 +382,7 @@ std::string VbFile::InputItem() {
 std::unique_ptr<ByteFile> ByteFile::OpenForReading(const std::string& path) {
   if (path.empty()) Raise(err::kBadFileName);
   if (IsDirectory(path)) Raise(err::kPathFileAccess);
-  std::FILE* f = std::fopen(path.c_str(), "rb");
+  std::FILE* f = OpenStdFile(path, "rb");
   if (!f) RaiseFor(errno, path, true);
   std::unique_ptr<ByteFile> file(new ByteFile(f));
   // The caller's blocks are large; a stdio buffer would only add a copy.

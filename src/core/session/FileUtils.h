@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -20,6 +21,16 @@ namespace tarvenix::modUtils {
 inline constexpr char kPathSep = '\\';
 #else
 inline constexpr char kPathSep = '/';
+#endif
+
+// A file name as the system's file calls take it, and back: UTF-8 inside the
+// program, the wide-character form on Windows, whatever the local code page.
+std::filesystem::path NativePath(const std::string& path);
+std::string PathText(const std::filesystem::path& path);
+#ifdef _WIN32
+// UTF-8 to and from the UTF-16 of Windows' wide-character calls.
+std::wstring Widen(std::string_view utf8);
+std::string Narrow(std::wstring_view wide);
 #endif
 
 bool IsPathSeparator(char c);

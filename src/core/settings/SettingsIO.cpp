@@ -33,7 +33,7 @@ bool WriteTarvenixIni(Session& s, UiPort& ui) {
     const std::string file = SettingsFilePath(s);
     if (!s.sDataLogDir.empty()) {
       std::error_code ec;  // a folder that cannot be made shows up when the file is written
-      std::filesystem::create_directories(s.sDataLogDir, ec);
+      std::filesystem::create_directories(modUtils::NativePath(s.sDataLogDir), ec);
     }
     const std::pair<const char*, std::string> values[] = {
         {kKeyNParam, std::to_string(s.iNParamType())},

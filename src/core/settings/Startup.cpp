@@ -38,12 +38,7 @@ namespace {
 void ReadHandOff(Session& s, const std::string& path) {
   auto file = modUtils::VbFile::Open(modUtils::FileMode::Input, path);
   if (file->Eof()) return;
-  std::string dataFile = file->InputItem();
-  if (!modUtils::IsFile(dataFile)) return;
-  s.sDataFile = dataFile;
-  std::string folder, name;
-  modUtils::GetPathAndFilename(dataFile, folder, name);
-  if (!folder.empty()) s.sDataDir = folder;
+  if (!HandOverDataFile(s, file->InputItem())) return;
   // The last channel is optional: a file naming only the data file is fine.
   if (!file->Eof()) {
     std::string lastCh = file->InputItem();
@@ -52,6 +47,15 @@ void ReadHandOff(Session& s, const std::string& path) {
 }
 
 }  // namespace
+
+bool HandOverDataFile(Session& s, const std::string& dataFile) {
+  if (!modUtils::IsFile(dataFile)) return false;
+  s.sDataFile = dataFile;
+  std::string folder, name;
+  modUtils::GetPathAndFilename(dataFile, folder, name);
+  if (!folder.empty()) s.sDataDir = folder;
+  return true;
+}
 
 bool TakeOverHandOffFile(Session& s, UiPort& ui) {
   const std::string path = modUtils::JoinPath(s.sAppPath, kHandOffFileName);
@@ -62,14 +66,18 @@ bool TakeOverHandOffFile(Session& s, UiPort& ui) {
   modUtils::Trapped(s, ui, "modTarvenix.Main", [&] { ReadHandOff(s, path); });
   // Used once, even when it named nothing usable.
   std::error_code ec;
-  std::filesystem::remove(path, ec);
+  std::filesystem::remove(modUtils::NativePath(path), ec);
   return true;
 }
 
-void StartSession(Session& s, UiPort& ui, const std::string& programFolder, const std::string& commonAppData) {
+bool StartSession(Session& s, UiPort& ui, const std::string& programFolder, const std::string& commonAppData,
+                  const std::string& dataFile) {
   SetSessionPaths(s, programFolder, commonAppData);
   TakeOverHandOffFile(s, ui);
   modIO::ReadTarvenixIni(s, ui);
+  // Last, so a file the user named wins over a companion's hand-off and over
+  // the data folder the settings set.
+  return !dataFile.empty() && HandOverDataFile(s, dataFile);
 }
 
 }  // namespace tarvenix::modTarvenix

@@ -16,8 +16,6 @@ inline constexpr const char* kHandOffFileName = "Dortemp.ini";
 inline constexpr const char* kHelpFileName = "Vorlantic.chm";
 inline constexpr const char* kReadmeFileName = "readme.txt";
 inline constexpr const char* kCompanionFolderName = "Vorlantic";
-// The companion's file viewer, in the program folder.
-inline constexpr const char* kViewerFileName = "quillet.exe";
 
 // The program folder as the session keeps it: lower-cased where the file system
 // ignores case (Windows), as it is elsewhere.
@@ -28,6 +26,11 @@ std::string ProgramFolderForSession(const std::string& programFolder);
 // sDataDir starts at sDefaultDataDir; sHelpFile = sAppPath + "Vorlantic.chm".
 void SetSessionPaths(Session& s, const std::string& programFolder, const std::string& commonAppData);
 
+// Hands a data history file to the first setup: when it exists it becomes
+// sDataFile and its folder sDataDir; otherwise nothing changes. Returns whether
+// it was taken.
+bool HandOverDataFile(Session& s, const std::string& dataFile);
+
 // The hand-off file in the program folder: its first item names a data history
 // file; when that file exists it becomes sDataFile, its folder sDataDir, and a
 // second item (when there is one) the last channel iLastCh. The file is deleted
@@ -36,7 +39,11 @@ void SetSessionPaths(Session& s, const std::string& programFolder, const std::st
 // found. Errors: "modTarvenix.Main".
 bool TakeOverHandOffFile(Session& s, UiPort& ui);
 
-// Steps 2 to 5 of start-up: paths, hand-off file, help file, settings.
-void StartSession(Session& s, UiPort& ui, const std::string& programFolder, const std::string& commonAppData);
+// Steps 2 to 5 of start-up: paths, hand-off file, help file, settings; then
+// the data history file named on the desktop program's command line (empty:
+// none), handed over as the hand-off file's is. Returns whether that file was
+// taken.
+bool StartSession(Session& s, UiPort& ui, const std::string& programFolder, const std::string& commonAppData,
+                  const std::string& dataFile = {});
 
 }  // namespace tarvenix::modTarvenix

@@ -62,10 +62,7 @@ TEST(Report, AnUnfinishedAnalysisSaysSoInPlaceOfResultsAndPoints) {
 TEST(SaveRawData, AFailureKeepsTheOldReportAndShowsTheErrorBox) {
   test::TempDir dir;
   const std::string path = dir.Write("analysis.txt", "old report\r\n");
-  test::OpenForEveryone(dir.Path());
-  fs::permissions(dir.Path(), fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
-                  fs::perm_options::remove);
-  const std::string outcome = test::AsUnprivilegedUser([&] {
+  const std::string outcome = test::OutOfReach(path, test::Reach::Write, [&] {
     Session s;
     RecordingUi ui;
     int16_t iErr = 0;

@@ -215,10 +215,6 @@ TEST(ReaderFiles, ThatCannotBeReadOrGoMissing) {
     const std::string history = r.dir.Write("run.txt", Lines({DataCycleLine(3), EventLine(1, {1, 2, 3, 4, 5, 6})}));
     const bool chSel = std::string(c.file) == "sel.txt";
     if (chSel) r.dir.Write(c.file, "1\r\n2\r\n3\r\n4\r\n5\r\n");
-    if (c.unreadable) {
-      OpenForEveryone(r.dir.Path());
-      fs::permissions(r.dir.File(c.file), fs::perms::none);
-    }
     r.ui.onStatus = [&](const std::string& status) {
       if (status == "Working..." && !c.unreadable) fs::remove(history);
     };
@@ -229,7 +225,7 @@ TEST(ReaderFiles, ThatCannotBeReadOrGoMissing) {
       for (const std::string& call : r.ui.calls) calls += "\n" + call;
       return calls;
     };
-    const std::string seen = c.unreadable ? AsUnprivilegedUser(run) : run();
+    const std::string seen = c.unreadable ? OutOfReach(r.dir.File(c.file), Reach::Read, run) : run();
     EXPECT_EQ(seen.substr(seen.size() - std::min(seen.size(), c.lastCalls.size())), c.lastCalls) << seen;
   }
 }

@@ -99,15 +99,12 @@ TEST(Settings, WritingKeepsForeignKeys) {
             "Confidence Level=1\r\n[Mine]\r\nx=y\r\n");
 }
 
-TEST(Settings, AFolderThatCannotBeWrittenAtQuitKeepsTheOldFile) {
+TEST(Settings, AFileThatCannotBeReplacedAtQuitStaysAsItWas) {
   SettingsEnv env;
   const std::string old = "[General]\r\nSound Status=False\r\n; mine\r\n";
   env.dir.Write("Vorlantic/Tarvenix.ini", old);
   env.s.iAnalysisOptions = {1, 1, 1};
-  test::OpenForEveryone(env.dir.Path());
-  fs::permissions(env.s.sDataLogDir, fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
-                  fs::perm_options::remove);
-  const std::string seen = test::AsUnprivilegedUser([&] {
+  const std::string seen = test::OutOfReach(env.File(), test::Reach::Write, [&] {
     std::string text = WriteTarvenixIni(env.s, env.ui) ? "written" : "refused";
     for (const std::string& m : env.ui.MessageTexts()) text += "\n" + m;
     return text;

@@ -19,15 +19,23 @@ using test::RecordingUi;
 using test::TempDir;
 
 TEST(SessionPaths, FollowTheProgramAndCommonDataFolders) {
+#ifdef _WIN32
+  // Lower-cased, as Windows ignores case in names.
+  const std::string program = "C:\\Program Files\\Tarvenix", kept = "c:\\program files\\tarvenix";
+  const std::string common = "C:\\ProgramData";
+#else
+  const std::string program = "/opt/Tarvenix", kept = program;  // case matters here
+  const std::string common = "/var/data";
+#endif
   Session s;
   s.iDataSetNum = 3;
-  modTarvenix::SetSessionPaths(s, "/opt/Tarvenix", "/var/data");
+  modTarvenix::SetSessionPaths(s, program, common);
   EXPECT_EQ(s.iDataSetNum, 0);
-  EXPECT_EQ(s.sAppPath, "/opt/Tarvenix");  // case kept where names are case-sensitive
-  EXPECT_EQ(s.sDataLogDir, std::string("/var/data") + kPathSep + "Vorlantic" + kPathSep);
+  EXPECT_EQ(s.sAppPath, kept);
+  EXPECT_EQ(s.sDataLogDir, common + kPathSep + "Vorlantic" + kPathSep);
   EXPECT_EQ(s.sDefaultDataDir, s.sDataLogDir + "Data" + kPathSep);
   EXPECT_EQ(s.sDataDir, s.sDefaultDataDir);
-  EXPECT_EQ(s.sHelpFile, std::string("/opt/Tarvenix") + kPathSep + "Vorlantic.chm");
+  EXPECT_EQ(s.sHelpFile, kept + kPathSep + "Vorlantic.chm");
 }
 
 TEST(HandOffFile, IsTakenOverOnceWhateverItNames) {
